@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Foundation/Time.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace notch {
+
+// One permission request, on the wire and in memory. Every field is required on the wire.
+struct ApprovalRequest {
+    std::string id; // Canonical text of a UUID that the hook process made.
+    std::string sessionID; // The host's session; empty when it gave none.
+    std::string toolName;
+    std::string toolInputJSON; // Text of a JSON object.
+    std::string cwd; // The host's working directory; empty when it gave none.
+    std::string eventName;
+    Date expiresAt;
+    std::string source; // Edition that ran the hook, as --source gave it; not validated.
+
+    bool operator==(const ApprovalRequest&) const = default;
+
+    // Nothing when the text is no JSON object or a field is missing or of another type.
+    static std::optional<ApprovalRequest> parse(std::string_view line);
+    std::string serialize() const;
+};
+
+// The event name of a card in the host's own window; it never comes over the bridge.
+inline constexpr std::string_view nativeApprovalEventName = "NativeApproval";
+
+} // namespace notch

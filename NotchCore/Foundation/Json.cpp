@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Foundation/Json.h"
+
+#include "Foundation/JsonReader.h"
+
+namespace notch {
+namespace {
+
+constexpr std::size_t blanksPerLevel = 2;
+
+void writeString(std::string& out, std::string_view text)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    out += '"';
+    for (const char character : text) {
+        switch (character) {
+        case '"':
+            out += "\\\"";
+            break;
+        case '\\':
+            out += "\\\\";
+            break;
+        case '\b':
+            out += "\\b";
+            break;
+        case '\f':
+            out += "\\f";
+            break;
+        case '\n':
+            out += "\\n";
+            break;
+        case '\r':
+            out += "\\r";
+            break;
+        case '\t':
+            out += "\\t";
+            break;
+        default:
+            if (const auto code = static_cast<unsigned char>(character); code < 0x20) {
+                out += "\\u00";
+                out += digits[code >> 4];
+                out += digits[code & 0x0F];
+            } else {
+                out += character;
+            }
+        }
+    }
+    out += '"';
+}
+
+class Writer {
+public:
+    enum class Layout { compact, pretty };
+
+    explicit Writer(Layout layout)
+        : layout_(layout)
+    {
+    }
+
+    // Recurses as deep as the value, which a read value bounds at Json::maximumDepth.
+    void write(const Json& value)
+    {
+        if (const auto* boolean = value.boolean())
+            out_ += *boolean ? "true" : "false";
+        else if (const auto* number = value.number())
+            out_ += number->text();
+        else if (const auto* string = value.string())
+            writeString(out_, *string);
+        else if (const auto* array = value.array())
+            writeAll('[', *array, ']', [this](const Json& element) { write(element); });
+        else if (const auto* object = value.object())
+            writeAll('{', *object, '}', [this](const auto& member) { writeMember(member); });
+        else
+            out_ += "null";
+    }
+
+    std::string take() { return std::move(out_); }
+
+private:
+    template <class Container, class Write>
+    void writeAll(char open, const Container& container, char close, const Write& writeOne)
+    {
+        out_ += open;
+        ++level_;
+        bool first = true;
+        for (const auto& each : container) {
+            if (!first)
+                out_ += ',';
+            first = false;
+            breakLine();
+            writeOne(each);
+        }
+        --level_;
+        if (!first)
+            breakLine();
+        out_ += close;
+    }
+
+    void writeMember(const Json::Object::value_type& member)
+    {
+        writeString(out_, member.first);
+        out_ += layout_ == Layout::pretty ? " : " : ":";
+        write(member.second);
+    }
+
+    void breakLine()
+    {
+        if (layout_ == Layout::compact)
+            return;
+        out_ += '\n';
+        out_.append(level_ * blanksPerLevel, ' ');
+    }
+
+    Layout layout_;
+    std::size_t level_ = 0;
+    std::string out_;
+};
+
+std::string written(const Json& value, Writer::Layout layout)
+{
+    Writer writer(layout);
+    writer.write(value);
+    return writer.take();
+}
+
+} // namespace
+
+std::optional<Json> Json::parse(std::string_view text)
+{
+    return readJson(text);
+}
+
+const Json* Json::member(std::string_view key) const
+{
+    const auto* members = object();
+    if (!members)
+        return nullptr;
+    const auto found = members->find(key);
+    return found == members->end() ? nullptr : &found->second;
+}
+
+const std::string* Json::string(std::string_view key) const
+{
+    const auto* value = member(key);
+    return value ? value->string() : nullptr;
+}
+
+std::string Json::compact() const
+{
+    return written(*this, Writer::Layout::compact);
+}
+
+std::string Json::pretty() const
+{
+    return written(*this, Writer::Layout::pretty);
+}
+
+} // namespace notch

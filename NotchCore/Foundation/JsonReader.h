@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Foundation/Json.h"
+
+#include <optional>
+#include <string_view>
+
+namespace notch {
+
+// What Json::parse does; apart from it so that only one source compiles the parser library.
+std::optional<Json> readJson(std::string_view text);
+
+} // namespace notch

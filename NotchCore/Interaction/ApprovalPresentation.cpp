@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Interaction/ApprovalPresentation.h"
+
+#include "Foundation/Json.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace notch {
+namespace {
+
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> toolTitles{{
+    {"Read", "读取文件"},
+    {"Write", "写入文件"},
+    {"Edit", "修改文件"},
+    {"WebFetch", "访问网页"},
+}};
+
+std::string toolTitle(const std::string& toolName)
+{
+    for (const auto& [tool, title] : toolTitles) {
+        if (tool == toolName)
+            return std::string(title);
+    }
+    return "使用 " + toolName;
+}
+
+std::optional<std::string> nonEmptyText(const Json& input, std::string_view key)
+{
+    const auto* text = input.string(key);
+    return text && !text->empty() ? std::optional(*text) : std::nullopt;
+}
+
+bool hasKeysBeyondCommand(const Json& input)
+{
+    return std::ranges::any_of(*input.object(), [](const auto& member) {
+        return member.first != "command" && member.first != "description";
+    });
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\n\v\f\r";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+std::string projectName(std::string_view cwd)
+{
+    const auto path = trimmed(cwd);
+    if (path.empty())
+        return "未提供目录";
+    const auto end = path.find_last_not_of('/');
+    if (end == std::string_view::npos)
+        return "/";
+    const auto directory = path.substr(0, end + 1);
+    return std::string(directory.substr(directory.find_last_of('/') + 1));
+}
+
+} // namespace
+
+ApprovalPresentation::ApprovalPresentation(const ApprovalRequest& request)
+    : description()
+    , project(projectName(request.cwd))
+{
+    const bool native = request.eventName == nativeApprovalEventName;
+    const auto parsed = Json::parse(request.toolInputJSON);
+    const Json input = parsed && parsed->object() ? *parsed : Json(Json::Object{});
+    const auto command = nonEmptyText(input, "command");
+    description = nonEmptyText(input, "description");
+    if (command && (native || request.toolName == "Bash")) {
+        title = native ? "确认批量删除" : "执行终端命令";
+        primaryText = *command;
+        hasAdditionalParameters = hasKeysBeyondCommand(input);
+    } else {
+        title = toolTitle(request.toolName);
+        primaryText = request.toolInputJSON;
+    }
+}
+
+} // namespace notch

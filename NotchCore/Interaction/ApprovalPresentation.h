@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Bridge/ApprovalRequest.h"
+
+#include <optional>
+#include <string>
+
+namespace notch {
+
+// An approval request in the words that the notch shows. A pure function of the request.
+struct ApprovalPresentation {
+    std::string title; // What the tool is about to do.
+    std::string primaryText; // The command, or the raw input; never shortened here.
+    std::optional<std::string> description; // The tool's own words.
+    std::string project; // Last component of the directory, or a placeholder.
+    bool hasAdditionalParameters = false; // The input has keys beyond those already shown.
+
+    explicit ApprovalPresentation(const ApprovalRequest& request);
+
+    bool operator==(const ApprovalPresentation&) const = default;
+};
+
+} // namespace notch

@@ -1,0 +1,137 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "AppModel/NativeApprovals.h"
+#include "AppModel/Pasteboard.h"
+#include "AppModel/Preferences.h"
+#include "AppModel/Reminders.h"
+#include "AppModel/Workspace.h"
+#include "Bridge/ApprovalBridge.h"
+#include "Foundation/MainQueue.h"
+#include "Foundation/Time.h"
+#include "Foundation/UUID.h"
+#include "Interaction/NotchInteraction.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace notch {
+
+// What the views read. A plain value; the model publishes it as a whole.
+struct AppModelState {
+    NotchInteraction interaction;
+    bool serviceReady = false; // Hooks can reach the approval server.
+    std::string message = "正在启动本地审批桥接…"; // The line of status text.
+    bool isDemo = false; // The current request is a demonstration.
+    bool actionReady = false; // The decision buttons are armed.
+    double notchHeight = 32; // Points; these three are written by the layout pass.
+    double panelWidth = 480;
+    double compactWidth = 240;
+    // What the panel shows while an animation runs; absent: it follows interaction.expanded().
+    std::optional<bool> expansionPresentation;
+    std::optional<std::string> copiedRequestID; // Its text was copied a moment ago.
+    std::vector<std::string>
+        configuredProfiles; // Display names of editions with our hook installed.
+    std::optional<Date> lastHookAt; // When the last hook request was accepted.
+    bool nativeAccessGranted = false;
+    std::string nativeStatus = "原生安全确认尚未开启";
+    std::string completionStatus = "本轮结束提醒尚未开启";
+    bool questionVisible = false; // A reminder is there; approvals and receipts go first.
+    bool completionVisible = false;
+
+    // The panel and the views ask this, never the raw field.
+    bool isExpanded() const { return expansionPresentation.value_or(interaction.expanded()); }
+
+    bool operator==(const AppModelState&) const = default;
+};
+
+// The one observable model of the resident application. Lives on the main thread; owns every timer
+// of the interaction. It never decides: a decision leaves only through decide(), which tests anew
+// at that moment whether it may.
+class AppModel {
+public:
+    // Everything outside the model. Borrowed; must outlive it.
+    struct Outside {
+        const Clock& clock;
+        MainQueue& mainQueue;
+        ApprovalBridge& server;
+        NativeApprovals& nativeMonitor;
+        Reminders& reminders;
+        Preferences& preferences;
+        Pasteboard& pasteboard;
+        Workspace& workspace;
+        // Display names of the editions whose settings hold this executable's approval hook;
+        // nothing when the executable's own path is unknown.
+        std::function<std::optional<std::vector<std::string>>()> configuredProfiles;
+    };
+
+    // A press on a decision button, as it stood when the pointer, finger or key went down. A
+    // release counts only while the same request is still armed by the same arming.
+    struct ArmedPress {
+        std::string requestID;
+        UUID arming;
+    };
+
+    explicit AppModel(Outside outside);
+    ~AppModel();
+    AppModel(const AppModel&) = delete;
+    AppModel& operator=(const AppModel&) = delete;
+
+    const AppModelState& state() const { return state_; }
+    // `changed` runs on the main thread after each operation that changed the state, never within
+    // one. There is one subscriber; a new one replaces it.
+    void subscribe(std::function<void()> changed);
+
+    // Set by the delegate at launch.
+    std::function<void()> showSettings;
+    std::function<void()> onQuitRequested;
+
+    // Launch: observers, editions, native monitoring, turn ends, and last the approval server.
+    void start();
+    // Termination: turn ends, server, native monitor, in this order. Nothing is answered by it.
+    void stop();
+
+    // Nothing unless the buttons are armed for this request now.
+    std::optional<ArmedPress> press(const std::string& requestID) const;
+    // Decides if the press still holds; otherwise nothing happens.
+    void release(const ArmedPress& press, Decision decision);
+    // The one path by which a decision leaves.
+    void decide(const ApprovalRequest& request, Decision decision);
+
+    void select(const std::string& id);
+    // +1 the next, -1 the previous, with wrap-round.
+    void selectAdjacent(int offset);
+    void setShowAllParameters(bool on);
+    void expand();
+    void collapse();
+    void setPointerInside(bool inside);
+    // A click somewhere else on the screen.
+    void handleOutsideInteraction();
+    void copyRequest(const ApprovalRequest& request);
+    enum class Demo { hook, native };
+    void showDemo(Demo demo);
+    // Ends a demonstration that waits; nothing was decided by it.
+    void endDemo();
+    // Leaves a receipt before its time is over.
+    void dismissFeedback();
+    // The edition's application first; with no source that of the current request, if any.
+    void openHost(const std::optional<std::string>& source);
+    enum class NativeAccess { ask, enableAndAsk };
+    void requestNativeAccess(NativeAccess access);
+    void refreshNativeMonitoring();
+    void refreshConfiguredProfiles();
+
+    // For the layout pass.
+    void setNotchHeight(double points);
+    void setWidths(double panelWidth, double compactWidth);
+    void setExpansionPresentation(std::optional<bool> expanded);
+
+private:
+    AppModelState state_;
+};
+
+} // namespace notch

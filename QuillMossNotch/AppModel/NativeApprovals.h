@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Bridge/ApprovalRequest.h"
+#include "Bridge/Decision.h"
+
+#include <functional>
+#include <string>
+
+namespace notch {
+
+// The cards in the host's own window, as the model sees them. Main thread, except the callbacks.
+class NativeApprovals {
+public:
+    // Run on a thread of the observer, one at a time, in order.
+    struct Callbacks {
+        std::function<void(ApprovalRequest)> onRequest;
+        std::function<void(std::string id)> onRemoval;
+        std::function<void(std::string text)> onStatus;
+    };
+    struct Watched {
+        bool approvals = false;
+        bool questions = false;
+    };
+
+    virtual ~NativeApprovals() = default;
+    // This process may read other programs' windows.
+    virtual bool isTrusted() const = 0;
+    virtual void requestAccess() = 0;
+    virtual void start(Callbacks callbacks, Watched watched) = 0;
+    virtual void stop() = 0;
+    // True when the native button was pressed.
+    virtual bool decide(const std::string& id, Decision decision) = 0;
+};
+
+// Nothing is ever seen and nothing can be pressed.
+class AbsentNativeApprovals final : public NativeApprovals {
+public:
+    bool isTrusted() const override { return false; }
+    void requestAccess() override { }
+    void start(Callbacks, Watched) override { }
+    void stop() override { }
+    bool decide(const std::string&, Decision) override { return false; }
+};
+
+} // namespace notch

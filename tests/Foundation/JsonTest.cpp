@@ -1,0 +1,117 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Foundation/Json.h"
+
+#include <gtest/gtest.h>
+
+namespace notch {
+namespace {
+
+using namespace std::string_literals;
+
+struct Document {
+    const char* name;
+    std::string text;
+};
+
+TEST(Json, refusesWhatTheStandardRefuses)
+{
+    for (const auto& document : {
+             Document{"nothing", ""},
+             Document{"only blanks", "  "},
+             Document{"byte order mark", "\xEF\xBB\xBF{}"},
+             Document{"trailing text", "{} x"},
+             Document{"second value", "{}{}"},
+             Document{"NUL behind the value", "{}\0"s},
+             Document{"comment", "{} // x"},
+             Document{"trailing comma", "[1,]"},
+             Document{"leading zero", "[01]"},
+             Document{"bare point", "[1.]"},
+             Document{"not a number", "[NaN]"},
+             Document{"single quotes", "{'a':1}"},
+             Document{"unterminated", "[\"a"},
+             Document{"line feed in a string", "[\"a\nb\"]"},
+             Document{"lone high surrogate", "[\"\\ud800\"]"},
+             Document{"lone low surrogate", "[\"\\udc00\"]"},
+             Document{"surrogate in UTF-8", "[\"\xED\xA0\x80\"]"},
+             Document{"overlong UTF-8", "[\"\xC0\x80\"]"},
+             Document{"cut UTF-8", "[\"\xE4\xBD\"]"},
+             Document{"nested one deeper than the limit",
+                 std::string(Json::maximumDepth + 1, '[')
+                     + std::string(Json::maximumDepth + 1, ']')},
+             Document{"a mebibyte of open brackets", std::string(1 << 20, '[')},
+         })
+        EXPECT_FALSE(Json::parse(document.text)) << document.name;
+}
+
+TEST(Json, readsToTheDepthLimit)
+{
+    const auto text = std::string(Json::maximumDepth, '[') + std::string(Json::maximumDepth, ']');
+    const auto document = Json::parse(text);
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->compact(), text);
+}
+
+TEST(Json, keepsNumbersAsTheyWereWritten)
+{
+    const auto digits = std::string(400, '9');
+    for (const auto& text :
+        {"-0.0"s, "1.10"s, "1E+05"s, "1e400"s, "-0"s, digits, digits + "." + digits,
+            "18446744073709551616"s, "0.1000000000000000055511151231257827"s}) {
+        const auto document = Json::parse("[" + text + "]");
+        ASSERT_TRUE(document) << text;
+        EXPECT_EQ(document->compact(), "[" + text + "]");
+    }
+}
+
+TEST(Json, comparesNumbersByValue)
+{
+    struct Row {
+        const char* a;
+        const char* b;
+        bool equal;
+    };
+    for (const auto& row : {
+             Row{"60", "60.0", true},
+             Row{"60", "6e1", true},
+             Row{"0.060E+3", "60", true},
+             Row{"-0.0", "0", true},
+             Row{"0e5", "0", true},
+             Row{"1e400", "10e399", true},
+             Row{"1e400", "1e401", false},
+             Row{"9007199254740993", "9007199254740992", false},
+             Row{"60", "-60", false},
+             Row{"60", "\"60\"", false},
+             Row{"1", "true", false},
+         })
+        EXPECT_EQ(*Json::parse(row.a) == *Json::parse(row.b), row.equal)
+            << row.a << " and " << row.b;
+}
+
+TEST(Json, writesThePrescribedLayout)
+{
+    const auto document = Json::parse(
+        R"({"b":[1,{"x":true,"a":null},[]],"a/c":"汉\u0001\"\\\/\n\u007f","b2":{},"B":0,"b":[2,3]})");
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->pretty(), "{\n"
+                                  "  \"B\" : 0,\n"
+                                  "  \"a/c\" : \"汉\\u0001\\\"\\\\/\\n\x7f\",\n"
+                                  "  \"b\" : [\n"
+                                  "    2,\n"
+                                  "    3\n"
+                                  "  ],\n"
+                                  "  \"b2\" : {}\n"
+                                  "}");
+    EXPECT_EQ(Json::parse(document->pretty()), document);
+    EXPECT_EQ(Json::parse(document->compact()), document);
+}
+
+TEST(Json, writesDoublesThatReadBackAsTheSame)
+{
+    for (const double value : {0.1, 785523422.8459001, 1e300, -5e-324, 0.0})
+        EXPECT_EQ(Json::parse(Json(JsonNumber(value)).compact())->number()->toDouble(), value);
+}
+
+} // namespace
+} // namespace notch
