@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Foundation/SerialQueue.h"
+
+#include <gtest/gtest.h>
+#include <thread>
+#include <vector>
+
+namespace notch {
+namespace {
+
+TEST(SerialQueue, runsWorkOfEachThreadInItsOrder)
+{
+    constexpr int perThread = 1000;
+    std::vector<std::pair<int, int>> seen; // Only touched on the queue.
+    {
+        SerialQueue queue("notch-test.serial-queue");
+        std::vector<std::thread> threads;
+        for (int thread = 0; thread < 4; ++thread) {
+            threads.emplace_back([&, thread] {
+                for (int i = 0; i < perThread; ++i)
+                    queue.async([&seen, thread, i] { seen.emplace_back(thread, i); });
+            });
+        }
+        for (auto& thread : threads)
+            thread.join();
+    } // What was queued runs before the queue is gone.
+    ASSERT_EQ(seen.size(), 4U * perThread);
+    std::vector<int> next(4, 0);
+    for (const auto& [thread, i] : seen)
+        EXPECT_EQ(i, next[static_cast<std::size_t>(thread)]++);
+}
+
+TEST(SerialQueue, syncReturnsWhenAllEarlierWorkHasRun)
+{
+    SerialQueue queue("notch-test.serial-queue");
+    int runs = 0;
+    for (int i = 0; i < 100; ++i)
+        queue.async([&] { ++runs; });
+    int seen = 0;
+    queue.sync([&] { seen = runs; });
+    EXPECT_EQ(seen, 100);
+}
+
+} // namespace
+} // namespace notch

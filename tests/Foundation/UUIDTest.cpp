@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Foundation/UUID.h"
+
+#include <gtest/gtest.h>
+#include <set>
+#include <string>
+
+namespace notch {
+namespace {
+
+TEST(UUID, readsOnlyTheCanonicalForm)
+{
+    struct Row {
+        const char* text;
+        bool valid;
+    };
+    for (const auto& row : {
+             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964FF", true},
+             Row{"6f9619ff-8b86-d011-b42d-00cf4fc964ff", true},
+             Row{"", false},
+             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964F", false},
+             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964FF0", false},
+             Row{"6F9619FF8-B86-D011-B42D-00CF4FC964FF", false},
+             Row{"6F9619FG-8B86-D011-B42D-00CF4FC964FF", false},
+             Row{"{6F9619FF-8B86-D011-B42D-00CF4FC964F}", false},
+             Row{" F9619FF-8B86-D011-B42D-00CF4FC964FF", false},
+         })
+        EXPECT_EQ(UUID::parse(row.text).has_value(), row.valid) << row.text;
+    EXPECT_EQ(UUID::parse("6f9619ff-8b86-d011-b42d-00cf4fc964ff")->text(),
+        "6F9619FF-8B86-D011-B42D-00CF4FC964FF");
+}
+
+TEST(UUID, randomOnesAreVersion4AndDiffer)
+{
+    std::set<std::string> texts;
+    for (int i = 0; i < 100; ++i) {
+        const auto uuid = UUID::random();
+        const auto text = uuid.text();
+        EXPECT_EQ(text[14], '4') << text;
+        EXPECT_NE(std::string("89AB").find(text[19]), std::string::npos) << text;
+        EXPECT_EQ(UUID::parse(text), uuid);
+        texts.insert(text);
+    }
+    EXPECT_EQ(texts.size(), 100U);
+}
+
+} // namespace
+} // namespace notch
