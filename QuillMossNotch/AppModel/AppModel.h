@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "AppModel/DemoRequest.h"
 #include "AppModel/NativeApprovals.h"
 #include "AppModel/Pasteboard.h"
 #include "AppModel/Preferences.h"
@@ -15,6 +16,7 @@
 #include "Interaction/NotchInteraction.h"
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -112,7 +114,6 @@ public:
     // A click somewhere else on the screen.
     void handleOutsideInteraction();
     void copyRequest(const ApprovalRequest& request);
-    enum class Demo { hook, native };
     void showDemo(Demo demo);
     // Ends a demonstration that waits; nothing was decided by it.
     void endDemo();
@@ -131,7 +132,61 @@ public:
     void setExpansionPresentation(std::optional<bool> expanded);
 
 private:
+    class Change;
+
+    void handleRequest(const ApprovalRequest& request);
+    void handleRemoval(const std::string& id);
+    void handleNativeStatus(const std::string& text);
+    void handleUnreachable();
+    void startServer();
+    void publish();
+
+    Date now() const { return outside_.clock.now(); }
+    bool isOn(Preference preference) const { return outside_.preferences.isOn(preference); }
+    bool isArmed(const std::string& requestID) const;
+    // Neither a request nor a receipt needs the notch.
+    bool canPresentReminder() const;
+    bool showsQuestion() const;
+    bool showsCompletion() const;
+    bool mayAutoCollapse() const;
+
+    bool deliver(const ApprovalRequest& request, Decision decision);
+    void finish(const std::string& id, NotchInteraction::Feedback::Kind kind);
+    void disarm();
+    void armReadiness();
+    void scheduleFeedbackDismissal();
+    void endFeedback();
+    void scheduleHover();
+    void scheduleAutoCollapse(Seconds delay);
+    void hostNotOpened(const std::string& text);
+
+    // `handle` as a callback for any thread: it runs on the main thread, later, and not at all
+    // once the model is gone.
+    template <class... Arguments> auto onMain(void (AppModel::*handle)(Arguments...))
+    {
+        return [weak = std::weak_ptr(self_), &queue = outside_.mainQueue, handle](
+                   Arguments... arguments) {
+            queue.post([weak, handle, ... held = arguments] {
+                if (const auto self = weak.lock())
+                    ((*self)->*handle)(held...);
+            });
+        };
+    }
+
+    Outside outside_;
     AppModelState state_;
+    AppModelState published_; // As the subscriber last saw it.
+    std::function<void()> changed_;
+    int openChanges_ = 0;
+    UUID readinessGeneration_ = UUID::random(); // Names one arming; see ArmedPress.
+    std::shared_ptr<AppModel*> self_ = std::make_shared<AppModel*>(this);
+
+    // Each runs only while its handle stands; a later one replaces it.
+    DelayedWork readinessWork_;
+    DelayedWork hoverWork_;
+    DelayedWork collapseWork_;
+    DelayedWork feedbackWork_;
+    DelayedWork copiedWork_;
 };
 
 } // namespace notch

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Bridge/ApprovalRequest.h"
+
+#include <cstdint>
+
+namespace notch {
+
+enum class Demo : std::uint8_t { hook, native };
+
+// A made-up request to try the notch with. No hook and no card stands behind it.
+ApprovalRequest demoRequest(Demo demo, Date now);
+
+} // namespace notch
