@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "HookConfiguration/AnchoredRead.h"
+
+#include "HookConfiguration/HookInstaller.h"
+
+#include <array>
+#include <cerrno>
+#include <fcntl.h>
+#include <initializer_list>
+#include <unistd.h>
+
+namespace notch {
+namespace {
+
+using Failure = HookInstaller::Failure;
+
+constexpr int directoryFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+constexpr std::size_t readBufferBytes = 16'384;
+constexpr mode_t privateDirectoryMode = 0700;
+
+// The directory `piece` below `parent`, made first where that is wanted. On failure errno says why.
+UniqueFd openPiece(
+    const FileSystem& files, int parent, const std::string& piece, MissingDirectories missing)
+{
+    const auto openNow = [&] {
+        return UniqueFd(files.openat(parent, piece.c_str(), directoryFlags | O_NOFOLLOW));
+    };
+    UniqueFd directory = openNow();
+    if (directory.valid() || errno != ENOENT || missing == MissingDirectories::leave)
+        return directory;
+    if (files.mkdirat(parent, piece.c_str(), privateDirectoryMode) != 0 && errno != EEXIST)
+        throw Failure("无法创建私有配置目录。");
+    return openNow();
+}
+
+std::string fingerprint(const struct stat& status)
+{
+    std::string text;
+    for (const auto value : std::initializer_list<std::intmax_t>{
+             static_cast<std::intmax_t>(status.st_dev),
+             static_cast<std::intmax_t>(status.st_ino),
+             status.st_size,
+             status.st_mtim.tv_sec,
+             status.st_mtim.tv_nsec,
+             status.st_ctim.tv_sec,
+             status.st_ctim.tv_nsec,
+             static_cast<std::intmax_t>(status.st_mode),
+         })
+        text.append(text.empty() ? "" : ":").append(std::to_string(value));
+    return text;
+}
+
+bool isPlain(const struct stat& status)
+{
+    return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1
+        && status.st_size <= maximumConfigurationBytes;
+}
+
+std::string readToEnd(
+    const FileSystem& files, int file, std::int64_t expectedBytes, const ReadWording& wording)
+{
+    std::array<char, readBufferBytes> buffer; // Not initialised: read(2) fills it.
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(expectedBytes));
+    for (;;) {
+        const auto count = files.read(file, buffer.data(), buffer.size());
+        if (count == 0)
+            return bytes;
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            throw Failure(wording.readFailed);
+        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+        if (bytes.size() > static_cast<std::size_t>(maximumConfigurationBytes))
+            throw Failure(wording.tooLarge);
+    }
+}
+
+} // namespace
+
+std::vector<std::string> pathPieces(std::string_view path)
+{
+    std::vector<std::string> pieces;
+    while (!path.empty()) {
+        const auto piece = path.substr(0, path.find('/'));
+        path.remove_prefix(std::min(path.size(), piece.size() + 1));
+        if (!piece.empty())
+            pieces.emplace_back(piece);
+    }
+    return pieces;
+}
+
+std::optional<UniqueFd> openDirectory(const FileSystem& files,
+    const std::vector<std::string>& pieces, MissingDirectories missing, const ReadWording& wording)
+{
+    UniqueFd current(files.open("/", directoryFlags));
+    if (!current.valid())
+        throw Failure(wording.noRoot);
+    for (const auto& piece : pieces) {
+        auto next = openPiece(files, current.get(), piece, missing);
+        if (!next.valid() && errno == ENOENT && missing == MissingDirectories::leave)
+            return std::nullopt;
+        if (!next.valid())
+            throw Failure(wording.badDirectory(piece, errno));
+        current = std::move(next);
+    }
+    return current;
+}
+
+FileSnapshot readConfiguration(
+    const FileSystem& files, int directory, const std::string& name, const ReadWording& wording)
+{
+    const UniqueFd file(
+        files.openat(directory, name.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+    if (!file.valid() && errno == ENOENT)
+        return {};
+    if (!file.valid())
+        throw Failure(wording.badFile);
+    struct stat before { };
+    if (files.fstat(file.get(), &before) != 0 || !isPlain(before))
+        throw Failure(wording.notPlain);
+    auto bytes = readToEnd(files, file.get(), before.st_size, wording);
+    struct stat after { };
+    if (files.fstat(file.get(), &after) != 0 || fingerprint(after) != fingerprint(before))
+        throw Failure(wording.changed);
+    return {.data = std::move(bytes), .fingerprint = fingerprint(before)};
+}
+
+} // namespace notch
