@@ -11,6 +11,9 @@
 
 namespace notch {
 
+// The event name of a card in the host's own window; it never comes over the bridge.
+inline constexpr std::string_view nativeApprovalEventName = "NativeApproval";
+
 // One permission request, on the wire and in memory. Every field is required on the wire.
 struct ApprovalRequest {
     std::string id; // Canonical text of a UUID that the hook process made.
@@ -22,14 +25,13 @@ struct ApprovalRequest {
     Date expiresAt;
     std::string source; // Edition that ran the hook, as --source gave it; not validated.
 
+    bool isNative() const { return eventName == nativeApprovalEventName; }
+
     bool operator==(const ApprovalRequest&) const = default;
 
     // Nothing when the text is no JSON object or a field is missing or of another type.
     static std::optional<ApprovalRequest> parse(std::string_view line);
     std::string serialize() const;
 };
-
-// The event name of a card in the host's own window; it never comes over the bridge.
-inline constexpr std::string_view nativeApprovalEventName = "NativeApproval";
 
 } // namespace notch

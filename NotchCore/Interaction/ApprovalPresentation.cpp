@@ -42,13 +42,20 @@ bool hasKeysBeyondCommand(const Json& input)
     });
 }
 
+// White space and line ends of the Unicode standard (general category Z, U+0009 to U+000D, U+0085).
+constexpr std::array<std::string_view, 25> blanks{" ", "\t", "\n", "\v", "\f", "\r", "\u0085",
+    "\u00A0", "\u1680", "\u2000", "\u2001", "\u2002", "\u2003", "\u2004", "\u2005", "\u2006",
+    "\u2007", "\u2008", "\u2009", "\u200A", "\u2028", "\u2029", "\u202F", "\u205F", "\u3000"};
+
 std::string_view trimmed(std::string_view text)
 {
-    constexpr std::string_view blanks = " \t\n\v\f\r";
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const auto leads = [&](std::string_view blank) { return text.starts_with(blank); };
+    const auto trails = [&](std::string_view blank) { return text.ends_with(blank); };
+    for (auto at = blanks.begin(); (at = std::ranges::find_if(blanks, leads)) != blanks.end();)
+        text.remove_prefix(at->size());
+    for (auto at = blanks.begin(); (at = std::ranges::find_if(blanks, trails)) != blanks.end();)
+        text.remove_suffix(at->size());
+    return text;
 }
 
 std::string projectName(std::string_view cwd)
@@ -69,7 +76,7 @@ ApprovalPresentation::ApprovalPresentation(const ApprovalRequest& request)
     : description()
     , project(projectName(request.cwd))
 {
-    const bool native = request.eventName == nativeApprovalEventName;
+    const bool native = request.isNative();
     const auto parsed = Json::parse(request.toolInputJSON);
     const Json input = parsed && parsed->object() ? *parsed : Json(Json::Object{});
     const auto command = nonEmptyText(input, "command");

@@ -10,11 +10,6 @@
 namespace notch {
 namespace {
 
-bool isNative(const ApprovalRequest& request)
-{
-    return request.eventName == nativeApprovalEventName;
-}
-
 auto hasID(const std::string& id)
 {
     return [&id](const ApprovalRequest& request) { return request.id == id; };
@@ -39,6 +34,12 @@ const ApprovalRequest* NotchInteraction::current() const
     return &requests_.front();
 }
 
+std::optional<std::string> NotchInteraction::currentID() const
+{
+    const auto* request = current();
+    return request ? std::optional(request->id) : std::nullopt;
+}
+
 bool NotchInteraction::canAutoCollapse() const
 {
     return requests_.empty() && !feedback_ && !pointerInside_;
@@ -46,7 +47,7 @@ bool NotchInteraction::canAutoCollapse() const
 
 bool NotchInteraction::receive(const ApprovalRequest& request, Date now)
 {
-    if (!isNative(request)
+    if (!request.isNative()
         && !HookEventPolicy::acceptsApproval(request.eventName, request.toolName))
         return false;
     if (request.expiresAt <= now || std::ranges::any_of(requests_, hasID(request.id)))
@@ -115,7 +116,7 @@ void NotchInteraction::finish(const std::string& id, Feedback::Kind kind, bool i
     if (finished == requests_.end())
         return;
     feedback_ = Feedback{
-        .id = UUID::random(), .kind = kind, .isDemo = isDemo, .isNative = isNative(*finished)};
+        .id = UUID::random(), .kind = kind, .isDemo = isDemo, .isNative = finished->isNative()};
     requests_.erase(finished);
     selectedID_ = headID(requests_);
     showAllParameters = false;
@@ -132,8 +133,9 @@ void NotchInteraction::disconnected(const std::string& id, Date now)
             false);
         return;
     }
+    const bool wasSelected = selectedID_ == gone->id;
     requests_.erase(gone);
-    if (selectedID_ == id)
+    if (wasSelected)
         selectedID_ = headID(requests_);
 }
 

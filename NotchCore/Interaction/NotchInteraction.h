@@ -49,6 +49,7 @@ public:
     // The selected request, or the head of the queue; null only when nothing waits.
     // Valid until the next change of this value.
     const ApprovalRequest* current() const;
+    std::optional<std::string> currentID() const;
     bool canAutoCollapse() const;
 
     // False: refused, nothing has changed.

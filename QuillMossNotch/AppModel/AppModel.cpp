@@ -3,10 +3,7 @@
 
 #include "AppModel/AppModel.h"
 
-#include "Interaction/ApprovalPresentation.h"
-
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace notch {
@@ -16,12 +13,9 @@ using Kind = NotchInteraction::Feedback::Kind;
 
 constexpr Seconds readinessSlack{0.01};
 constexpr Seconds readinessCeiling{10.0}; // A guard as long as this is none that runs out.
-constexpr Seconds hoverDwell{0.22};
-constexpr Seconds collapseAfterPointerLeft{0.7};
 constexpr Seconds collapseAfterReceipt{0.15};
 constexpr Seconds receiptBeforeNextRequest{1.1};
 constexpr Seconds receiptOverEmptyQueue{1.8};
-constexpr Seconds copiedMark{1.5};
 
 constexpr auto bridgeReady = "本地桥接已就绪";
 constexpr auto bridgeFailed = "桥接未启动：";
@@ -30,8 +24,6 @@ constexpr auto demoEnded = "演示结束 · 没有执行任何命令";
 constexpr auto decisionSent = "上次决定已发送 · 等待下一条请求";
 constexpr auto requestEnded = "上条请求已结束";
 constexpr auto nativeSwitchedOff = "原生审批和提问提醒均已关闭";
-constexpr auto hostMissing = "未在 Applications 找到 QuillMoss，请手动打开";
-constexpr auto hostFailed = "无法打开 QuillMoss，请手动打开";
 
 Kind kindOf(Decision decision)
 {
@@ -46,43 +38,12 @@ Kind kindOf(Decision decision)
     return Kind::unavailable;
 }
 
-bool isNative(const ApprovalRequest& request)
-{
-    return request.eventName == nativeApprovalEventName;
-}
-
-std::optional<std::string> currentID(const NotchInteraction& interaction)
-{
-    const auto* current = interaction.current();
-    return current ? std::optional(current->id) : std::nullopt;
-}
-
 std::optional<UUID> receiptID(const NotchInteraction& interaction)
 {
     return interaction.feedback() ? std::optional(interaction.feedback()->id) : std::nullopt;
 }
 
 } // namespace
-
-// Stands for one operation; operations nest. The subscriber hears of them when the outermost ends.
-class AppModel::Change {
-public:
-    explicit Change(AppModel& model)
-        : model_(model)
-    {
-        ++model_.openChanges_;
-    }
-    ~Change()
-    {
-        if (--model_.openChanges_ == 0)
-            model_.publish();
-    }
-    Change(const Change&) = delete;
-    Change& operator=(const Change&) = delete;
-
-private:
-    AppModel& model_;
-};
 
 AppModel::AppModel(Outside outside)
     : outside_(std::move(outside))
@@ -187,7 +148,7 @@ void AppModel::handleRequest(const ApprovalRequest& request)
     const Change change(*this);
     // A real request ends a demonstration; one that is refused changes nothing at all.
     auto next = state_.isDemo ? NotchInteraction{} : state_.interaction;
-    const auto shown = currentID(next);
+    const auto shown = next.currentID();
     const bool wasExpanded = next.expanded();
     if (!next.receive(request, now()))
         return;
@@ -195,11 +156,11 @@ void AppModel::handleRequest(const ApprovalRequest& request)
     if (std::exchange(state_.isDemo, false))
         feedbackWork_.cancel();
     outside_.reminders.disarm();
-    if (!isNative(request))
+    if (!request.isNative())
         state_.lastHookAt = now();
     collapseWork_.cancel();
     hoverWork_.cancel();
-    if (!wasExpanded || currentID(state_.interaction) != shown)
+    if (!wasExpanded || state_.interaction.currentID() != shown)
         armReadiness();
 }
 
@@ -207,11 +168,11 @@ void AppModel::handleRemoval(const std::string& id)
 {
     const Change change(*this);
     const auto receipt = receiptID(state_.interaction);
-    const auto shown = currentID(state_.interaction);
+    const auto shown = state_.interaction.currentID();
     state_.interaction.disconnected(id, now());
     if (receiptID(state_.interaction) != receipt)
         scheduleFeedbackDismissal();
-    else if (currentID(state_.interaction) != shown)
+    else if (state_.interaction.currentID() != shown)
         armReadiness();
     outside_.reminders.refresh(now());
 }
@@ -284,15 +245,15 @@ void AppModel::decide(const ApprovalRequest& request, Decision decision)
     }
     const bool delivered = deliver(decided, decision);
     finish(decided.id, delivered ? kindOf(decision) : Kind::unavailable);
-    if (!delivered && isNative(decided))
+    if (!delivered && decided.isNative())
         openHost(decided.source); // The person can answer there.
     state_.message = delivered ? decisionSent : requestEnded;
 }
 
 bool AppModel::deliver(const ApprovalRequest& request, Decision decision)
 {
-    return isNative(request) ? outside_.nativeMonitor.decide(request.id, decision)
-                             : outside_.server.decide(request.id, decision);
+    return request.isNative() ? outside_.nativeMonitor.decide(request.id, decision)
+                              : outside_.server.decide(request.id, decision);
 }
 
 void AppModel::finish(const std::string& id, Kind kind)
@@ -301,6 +262,30 @@ void AppModel::finish(const std::string& id, Kind kind)
     if (std::exchange(state_.isDemo, false))
         state_.message = demoEnded;
     scheduleFeedbackDismissal();
+}
+
+// Demonstrations
+
+void AppModel::showDemo(Demo demo)
+{
+    const Change change(*this);
+    if (!state_.interaction.requests().empty()) {
+        expand();
+        return;
+    }
+    feedbackWork_.cancel();
+    outside_.reminders.disarm();
+    state_.interaction = {};
+    state_.isDemo = true;
+    state_.interaction.receive(demoRequest(demo, now()), now());
+    armReadiness();
+}
+
+void AppModel::endDemo()
+{
+    const Change change(*this);
+    if (state_.isDemo)
+        finish(state_.interaction.requests().front().id, Kind::returned);
 }
 
 // Receipts
@@ -335,217 +320,6 @@ void AppModel::endFeedback()
     armReadiness();
     outside_.reminders.refresh(now());
     scheduleAutoCollapse(collapseAfterReceipt);
-}
-
-// Which request is on screen, and how
-
-void AppModel::select(const std::string& id)
-{
-    const Change change(*this);
-    if (id == currentID(state_.interaction))
-        return;
-    state_.interaction.select(id, now());
-    state_.copiedRequestID.reset();
-    armReadiness();
-}
-
-void AppModel::selectAdjacent(int offset)
-{
-    const auto* current = state_.interaction.current();
-    if (!current)
-        return;
-    const auto& requests = state_.interaction.requests();
-    const auto count = static_cast<int>(requests.size());
-    const auto index = static_cast<int>(current - requests.data());
-    const auto wrapped = (index + offset + count) % count;
-    select(std::string(requests[static_cast<std::size_t>(wrapped)].id));
-}
-
-void AppModel::setShowAllParameters(bool on)
-{
-    const Change change(*this);
-    state_.interaction.showAllParameters = on;
-}
-
-void AppModel::copyRequest(const ApprovalRequest& request)
-{
-    const Change change(*this);
-    outside_.pasteboard.setText(state_.interaction.showAllParameters
-                                    ? request.toolInputJSON
-                                    : ApprovalPresentation(request).primaryText);
-    state_.copiedRequestID = request.id;
-    copiedWork_ = outside_.mainQueue.after(copiedMark, [this, id = request.id] {
-        const Change end(*this);
-        if (state_.copiedRequestID == id)
-            state_.copiedRequestID.reset();
-    });
-}
-
-void AppModel::showDemo(Demo demo)
-{
-    const Change change(*this);
-    if (!state_.interaction.requests().empty()) {
-        expand();
-        return;
-    }
-    feedbackWork_.cancel();
-    outside_.reminders.disarm();
-    state_.interaction = {};
-    state_.isDemo = true;
-    state_.interaction.receive(demoRequest(demo, now()), now());
-    armReadiness();
-}
-
-void AppModel::endDemo()
-{
-    const Change change(*this);
-    if (state_.isDemo)
-        finish(state_.interaction.requests().front().id, Kind::returned);
-}
-
-// Open and closed
-
-void AppModel::expand()
-{
-    const Change change(*this);
-    collapseWork_.cancel();
-    hoverWork_.cancel();
-    state_.interaction.expand(now());
-    armReadiness();
-    outside_.reminders.refresh(now());
-}
-
-void AppModel::collapse()
-{
-    const Change change(*this);
-    hoverWork_.cancel();
-    collapseWork_.cancel();
-    if (showsQuestion() || showsCompletion())
-        outside_.reminders.willCollapse();
-    outside_.reminders.disarm();
-    state_.interaction.collapse();
-    disarm();
-}
-
-bool AppModel::canPresentReminder() const
-{
-    return state_.interaction.requests().empty() && !state_.interaction.feedback();
-}
-
-bool AppModel::showsQuestion() const
-{
-    return canPresentReminder() && outside_.reminders.questionVisible();
-}
-
-bool AppModel::showsCompletion() const
-{
-    return canPresentReminder() && !outside_.reminders.questionVisible()
-        && outside_.reminders.completionVisible();
-}
-
-void AppModel::setPointerInside(bool inside)
-{
-    const Change change(*this);
-    hoverWork_.cancel();
-    collapseWork_.cancel();
-    if (inside) {
-        outside_.reminders.pointerEntered();
-        if (state_.interaction.pointerEntered() && isOn(Preference::hoverToExpand))
-            scheduleHover();
-        return;
-    }
-    const bool wasInside = state_.interaction.pointerInside();
-    state_.interaction.pointerLeft();
-    if (!showsCompletion())
-        scheduleAutoCollapse(collapseAfterPointerLeft);
-    else if (wasInside)
-        outside_.reminders.pointerLeft();
-}
-
-void AppModel::scheduleHover()
-{
-    hoverWork_ = outside_.mainQueue.after(hoverDwell, [this] {
-        if (state_.interaction.pointerInside() && !state_.interaction.hoverBlockedUntilExit())
-            expand();
-    });
-}
-
-bool AppModel::mayAutoCollapse() const
-{
-    // Reminders collapse by rules of their own.
-    return state_.interaction.canAutoCollapse() && !showsQuestion() && !showsCompletion()
-        && isOn(Preference::autoCollapse);
-}
-
-void AppModel::scheduleAutoCollapse(Seconds delay)
-{
-    collapseWork_.cancel();
-    if (!mayAutoCollapse())
-        return;
-    collapseWork_ = outside_.mainQueue.after(delay, [this] {
-        if (mayAutoCollapse())
-            collapse();
-    });
-}
-
-void AppModel::handleOutsideInteraction()
-{
-    // With the pointer inside, this click was queued before it came in, and a collapse now would
-    // block the hover that has just begun.
-    const auto& interaction = state_.interaction;
-    if (interaction.canAutoCollapse() && !showsQuestion() && isOn(Preference::autoCollapse))
-        collapse();
-}
-
-// The host
-
-void AppModel::openHost(const std::optional<std::string>& source)
-{
-    using enum Workspace::HostApplication;
-    const Change change(*this);
-    const auto* current = state_.interaction.current();
-    const auto edition = source ? *source : current ? current->source : std::string();
-    auto candidates = std::array{quillmoss, quillmossAI};
-    if (edition == "quillmossAI")
-        std::ranges::reverse(candidates);
-    const auto* const installed = std::ranges::find_if(
-        candidates, [&](auto candidate) { return outside_.workspace.isInstalled(candidate); });
-    if (installed == candidates.end()) {
-        hostNotOpened(hostMissing);
-        return;
-    }
-    outside_.workspace.open(*installed, [weak = std::weak_ptr(self_)] {
-        if (const auto self = weak.lock())
-            (*self)->hostNotOpened(hostFailed);
-    });
-}
-
-void AppModel::hostNotOpened(const std::string& text)
-{
-    const Change change(*this);
-    state_.message = text;
-    expand();
-}
-
-// For the layout pass
-
-void AppModel::setNotchHeight(double points)
-{
-    const Change change(*this);
-    state_.notchHeight = points;
-}
-
-void AppModel::setWidths(double panelWidth, double compactWidth)
-{
-    const Change change(*this);
-    state_.panelWidth = panelWidth;
-    state_.compactWidth = compactWidth;
-}
-
-void AppModel::setExpansionPresentation(std::optional<bool> expanded)
-{
-    const Change change(*this);
-    state_.expansionPresentation = expanded;
 }
 
 } // namespace notch

@@ -132,7 +132,25 @@ public:
     void setExpansionPresentation(std::optional<bool> expanded);
 
 private:
-    class Change;
+    // Stands for one operation; operations nest. The subscriber hears when the outermost ends.
+    class Change {
+    public:
+        explicit Change(AppModel& model)
+            : model_(model)
+        {
+            ++model_.openChanges_;
+        }
+        ~Change()
+        {
+            if (--model_.openChanges_ == 0)
+                model_.publish();
+        }
+        Change(const Change&) = delete;
+        Change& operator=(const Change&) = delete;
+
+    private:
+        AppModel& model_;
+    };
 
     void handleRequest(const ApprovalRequest& request);
     void handleRemoval(const std::string& id);

@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+// The half of the model that decides nothing: what the notch shows, when it opens and closes.
+
+#include "AppModel/AppModel.h"
+
+#include "Interaction/ApprovalPresentation.h"
+
+#include <algorithm>
+#include <array>
+
+namespace notch {
+namespace {
+
+constexpr Seconds hoverDwell{0.22};
+constexpr Seconds collapseAfterPointerLeft{0.7};
+constexpr Seconds copiedMark{1.5};
+constexpr auto hostMissing = "未在 Applications 找到 QuillMoss，请手动打开";
+constexpr auto hostFailed = "无法打开 QuillMoss，请手动打开";
+
+} // namespace
+
+// Which request is on screen, and how
+
+void AppModel::select(const std::string& id)
+{
+    const Change change(*this);
+    if (id == state_.interaction.currentID())
+        return;
+    state_.interaction.select(id, now());
+    state_.copiedRequestID.reset();
+    armReadiness();
+}
+
+void AppModel::selectAdjacent(int offset)
+{
+    const auto* current = state_.interaction.current();
+    if (!current)
+        return;
+    const auto& requests = state_.interaction.requests();
+    const auto count = static_cast<int>(requests.size());
+    const auto index = static_cast<int>(current - requests.data());
+    const auto wrapped = (index + offset + count) % count;
+    select(std::string(requests[static_cast<std::size_t>(wrapped)].id));
+}
+
+void AppModel::setShowAllParameters(bool on)
+{
+    const Change change(*this);
+    state_.interaction.showAllParameters = on;
+}
+
+void AppModel::copyRequest(const ApprovalRequest& request)
+{
+    const Change change(*this);
+    outside_.pasteboard.setText(state_.interaction.showAllParameters
+                                    ? request.toolInputJSON
+                                    : ApprovalPresentation(request).primaryText);
+    state_.copiedRequestID = request.id;
+    copiedWork_ = outside_.mainQueue.after(copiedMark, [this, id = request.id] {
+        const Change end(*this);
+        if (state_.copiedRequestID == id)
+            state_.copiedRequestID.reset();
+    });
+}
+
+// Open and closed
+
+void AppModel::expand()
+{
+    const Change change(*this);
+    collapseWork_.cancel();
+    hoverWork_.cancel();
+    state_.interaction.expand(now());
+    armReadiness();
+    outside_.reminders.refresh(now());
+}
+
+void AppModel::collapse()
+{
+    const Change change(*this);
+    hoverWork_.cancel();
+    collapseWork_.cancel();
+    if (showsQuestion() || showsCompletion())
+        outside_.reminders.willCollapse();
+    outside_.reminders.disarm();
+    state_.interaction.collapse();
+    disarm();
+}
+
+bool AppModel::canPresentReminder() const
+{
+    return state_.interaction.requests().empty() && !state_.interaction.feedback();
+}
+
+bool AppModel::showsQuestion() const
+{
+    return canPresentReminder() && outside_.reminders.questionVisible();
+}
+
+bool AppModel::showsCompletion() const
+{
+    return canPresentReminder() && !outside_.reminders.questionVisible()
+        && outside_.reminders.completionVisible();
+}
+
+void AppModel::setPointerInside(bool inside)
+{
+    const Change change(*this);
+    hoverWork_.cancel();
+    collapseWork_.cancel();
+    if (inside) {
+        outside_.reminders.pointerEntered();
+        if (state_.interaction.pointerEntered() && isOn(Preference::hoverToExpand))
+            scheduleHover();
+        return;
+    }
+    const bool wasInside = state_.interaction.pointerInside();
+    state_.interaction.pointerLeft();
+    if (!showsCompletion())
+        scheduleAutoCollapse(collapseAfterPointerLeft);
+    else if (wasInside)
+        outside_.reminders.pointerLeft();
+}
+
+void AppModel::scheduleHover()
+{
+    hoverWork_ = outside_.mainQueue.after(hoverDwell, [this] {
+        if (state_.interaction.pointerInside() && !state_.interaction.hoverBlockedUntilExit())
+            expand();
+    });
+}
+
+bool AppModel::mayAutoCollapse() const
+{
+    // Reminders collapse by rules of their own.
+    return state_.interaction.canAutoCollapse() && !showsQuestion() && !showsCompletion()
+        && isOn(Preference::autoCollapse);
+}
+
+void AppModel::scheduleAutoCollapse(Seconds delay)
+{
+    collapseWork_.cancel();
+    if (!mayAutoCollapse())
+        return;
+    collapseWork_ = outside_.mainQueue.after(delay, [this] {
+        if (mayAutoCollapse())
+            collapse();
+    });
+}
+
+void AppModel::handleOutsideInteraction()
+{
+    // With the pointer inside, this click was queued before it came in, and a collapse now would
+    // block the hover that has just begun.
+    const auto& interaction = state_.interaction;
+    if (interaction.canAutoCollapse() && !showsQuestion() && isOn(Preference::autoCollapse))
+        collapse();
+}
+
+// The host
+
+void AppModel::openHost(const std::optional<std::string>& source)
+{
+    using enum Workspace::HostApplication;
+    const Change change(*this);
+    const auto* current = state_.interaction.current();
+    const auto edition = source ? *source : current ? current->source : std::string();
+    auto candidates = std::array{quillmoss, quillmossAI};
+    if (edition == "quillmossAI")
+        std::ranges::reverse(candidates);
+    const auto* const installed = std::ranges::find_if(
+        candidates, [&](auto candidate) { return outside_.workspace.isInstalled(candidate); });
+    if (installed == candidates.end()) {
+        hostNotOpened(hostMissing);
+        return;
+    }
+    outside_.workspace.open(*installed, [weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock())
+            (*self)->hostNotOpened(hostFailed);
+    });
+}
+
+void AppModel::hostNotOpened(const std::string& text)
+{
+    const Change change(*this);
+    state_.message = text;
+    expand();
+}
+
+// For the layout pass
+
+void AppModel::setNotchHeight(double points)
+{
+    const Change change(*this);
+    state_.notchHeight = points;
+}
+
+void AppModel::setWidths(double panelWidth, double compactWidth)
+{
+    const Change change(*this);
+    state_.panelWidth = panelWidth;
+    state_.compactWidth = compactWidth;
+}
+
+void AppModel::setExpansionPresentation(std::optional<bool> expanded)
+{
+    const Change change(*this);
+    state_.expansionPresentation = expanded;
+}
+
+} // namespace notch
