@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Foundation/MainQueue.h"
+#include "Foundation/Time.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace notch {
+
+// The clock and the main queue of a test: time passes only in advance(), and everything due on the
+// way runs at its own moment.
+class VirtualTime final : public Clock, public MainQueue {
+public:
+    Date now() const override { return Date{uptime_ + bootedAt_}; }
+    Uptime uptime() const override { return Uptime{uptime_}; }
+
+    void post(Work work) override
+    {
+        const std::scoped_lock lock(mutex_);
+        posted_.push_back(std::move(work));
+    }
+
+    DelayedWork after(Seconds delay, Work work) override
+    {
+        const Key key{uptime_ + delay.count(), nextSerial_++};
+        delayed_.emplace(key, std::move(work));
+        return DelayedWork([this, key] { delayed_.erase(key); });
+    }
+
+    // Runs what was posted, and what that posts, at this moment.
+    void runPosted()
+    {
+        for (auto works = takePosted(); !works.empty(); works = takePosted()) {
+            for (const auto& work : works)
+                work();
+        }
+    }
+
+    void advance(Seconds time)
+    {
+        const double end = uptime_ + time.count();
+        runPosted();
+        while (!delayed_.empty() && delayed_.begin()->first.first <= end) {
+            const auto due = delayed_.extract(delayed_.begin());
+            uptime_ = due.key().first;
+            due.mapped()();
+            runPosted();
+        }
+        uptime_ = end;
+    }
+
+    // Somebody sets the wall clock; the monotonic one does not notice.
+    void setWallClock(Seconds by) { bootedAt_ += by.count(); }
+
+    // Delayed works that still wait.
+    std::size_t timers() const { return delayed_.size(); }
+
+private:
+    using Key = std::pair<double, std::uint64_t>; // Due at; in the order of the calls.
+
+    std::vector<Work> takePosted()
+    {
+        const std::scoped_lock lock(mutex_);
+        return std::exchange(posted_, {});
+    }
+
+    // As large as dates are today, so that their rounding is that of the real clock.
+    double bootedAt_ = 817000000;
+    double uptime_ = 1000;
+    std::map<Key, Work> delayed_;
+    std::uint64_t nextSerial_ = 0;
+
+    std::mutex mutex_;
+    // Guarded by mutex_:
+    std::vector<Work> posted_;
+};
+
+} // namespace notch
