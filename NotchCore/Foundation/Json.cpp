@@ -54,8 +54,9 @@ class Writer {
 public:
     enum class Layout { compact, pretty };
 
-    explicit Writer(Layout layout)
+    Writer(Layout layout, std::size_t limit)
         : layout_(layout)
+        , limit_(limit)
     {
     }
 
@@ -76,7 +77,11 @@ public:
             out_ += "null";
     }
 
-    std::string take() { return std::move(out_); }
+    // Nothing when the text is longer than the limit.
+    std::optional<std::string> take()
+    {
+        return isFull() ? std::nullopt : std::optional(std::move(out_));
+    }
 
 private:
     template <class Container, class Write>
@@ -86,6 +91,8 @@ private:
         ++level_;
         bool first = true;
         for (const auto& each : container) {
+            if (isFull())
+                return;
             if (!first)
                 out_ += ',';
             first = false;
@@ -113,14 +120,18 @@ private:
         out_.append(level_ * blanksPerLevel, ' ');
     }
 
+    bool isFull() const { return out_.size() > limit_; }
+
     Layout layout_;
+    std::size_t limit_;
     std::size_t level_ = 0;
     std::string out_;
 };
 
-std::string written(const Json& value, Writer::Layout layout)
+std::optional<std::string> written(
+    const Json& value, Writer::Layout layout, std::size_t limit = std::string::npos)
 {
-    Writer writer(layout);
+    Writer writer(layout, limit);
     writer.write(value);
     return writer.take();
 }
@@ -149,12 +160,17 @@ const std::string* Json::string(std::string_view key) const
 
 std::string Json::compact() const
 {
-    return written(*this, Writer::Layout::compact);
+    return *written(*this, Writer::Layout::compact);
 }
 
 std::string Json::pretty() const
 {
-    return written(*this, Writer::Layout::pretty);
+    return *written(*this, Writer::Layout::pretty);
+}
+
+std::optional<std::string> Json::pretty(std::size_t maximumBytes) const
+{
+    return written(*this, Writer::Layout::pretty, maximumBytes);
 }
 
 } // namespace notch

@@ -109,6 +109,10 @@ public:
     // Two blanks a level, sorted keys, " : " between key and value; no line feed at the end.
     std::string pretty() const;
 
+    // The same; nothing when it is longer than that many bytes. Blanks make deep values long: the
+    // pretty text of a hostile mebibyte would fill hundreds.
+    std::optional<std::string> pretty(std::size_t maximumBytes) const;
+
     // By value: the order of keys and the writing of numbers and strings do not count.
     friend bool operator==(const Json&, const Json&) = default;
 
