@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Foundation/UniqueFd.h"
+
+#include <string>
+
+namespace notch {
+
+// Tells whether another resident application of this user runs, on whatever display.
+//
+// The mark is a lock that the kernel gives back when its holder ends, however it ends, so that a
+// crash never keeps the next start out. Where no such mark can be set the answer is "no other": two
+// copies then meet at the bridge's socket, which only one of them gets.
+class SingleInstance {
+public:
+    // Claims the place in `directory`, until this object is destroyed or the process ends.
+    explicit SingleInstance(const std::string& directory);
+
+    // The user's runtime directory, or a fixed place shared by all users if there is none.
+    static std::string defaultDirectory();
+
+    bool otherRuns() const { return otherRuns_; }
+
+private:
+    UniqueFd lock_;
+    bool otherRuns_ = false;
+};
+
+} // namespace notch
