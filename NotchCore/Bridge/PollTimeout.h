@@ -6,7 +6,6 @@
 #include "Foundation/Time.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace notch {
 
@@ -15,7 +14,9 @@ namespace notch {
 inline int pollTimeout(Seconds time)
 {
     constexpr double longest = 3'600'000;
-    return static_cast<int>(std::clamp(std::ceil(time.count() * 1000), 0.0, longest));
+    const double milliseconds = std::clamp(time.count() * 1000, 0.0, longest);
+    const int whole = static_cast<int>(milliseconds); // Without libm, which every hook would load.
+    return whole + (whole < milliseconds ? 1 : 0);
 }
 
 } // namespace notch

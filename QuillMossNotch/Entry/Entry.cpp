@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Entry/Entry.h"
+
+#include "Bridge/HookClient.h"
+#include "Entry/Terminal.h"
+#include "Entry/WindowModuleLoader.h"
+
+#include <algorithm>
+#include <array>
+
+namespace notch {
+namespace {
+
+constexpr int success = 0;
+
+int printTransportIdentity(const Arguments&)
+{
+    print("production\n");
+    return success;
+}
+
+// A hook's failure shows only as missing output, never as a status.
+int runHook(const Arguments& arguments)
+{
+    try {
+        HookClient().run(arguments.behind("--source").value_or("quillmoss"));
+    } catch (...) { // Out of memory: the host's own flow goes on all the same.
+    }
+    return success;
+}
+
+int runCompletionHook(const Arguments&)
+{
+    return success;
+}
+
+int configureCompletion(const Arguments& arguments)
+{
+    const auto list = arguments.list();
+    if (list.size() != 2 || list[0] != "--configure-completion"
+        || (list[1] != "--apply" && list[1] != "--remove"))
+        return complain("Usage: --configure-completion --apply|--remove\n");
+    return complain("--configure-completion is not available yet.\n");
+}
+
+int configure(const Arguments& arguments)
+{
+    const auto edition = arguments.behind("--configure");
+    if (edition != "quillmoss" && edition != "quillmossAI")
+        return complain("Usage: QuillMossNotch --configure quillmoss|quillmossAI "
+                        "[--apply|--remove]\n");
+    return complain("--configure is not available yet.\n");
+}
+
+int renderCompletionPreview(const Arguments& arguments)
+{
+    if (!arguments.behind("--render-completion-preview"))
+        return complain("Usage: --render-completion-preview <new.png>\n");
+    return runWindowModule(WindowMode::renderCompletionPreview, arguments);
+}
+
+int renderQuestionPreview(const Arguments& arguments)
+{
+    if (!arguments.behind("--render-question-preview"))
+        return complain("Usage: QuillMossNotch --render-question-preview <new.png> "
+                        "[--question-long] [--question-failure]\n");
+    return runWindowModule(WindowMode::renderQuestionPreview, arguments);
+}
+
+template <WindowMode mode> int runInWindowModule(const Arguments& arguments)
+{
+    return runWindowModule(mode, arguments);
+}
+
+using Condition = bool(const Arguments&, std::string_view flag);
+
+bool contains(const Arguments& arguments, std::string_view flag)
+{
+    return arguments.contains(flag);
+}
+
+bool isOnlyArgument(const Arguments& arguments, std::string_view flag)
+{
+    const auto list = arguments.list();
+    return list.size() == 1 && list[0] == flag;
+}
+
+struct Row {
+    std::string_view flag;
+    Condition* matches;
+    int (*run)(const Arguments&);
+};
+
+// The first row that matches owns the process, so their order matters.
+constexpr std::array rows{
+    Row{"--test-transport-identity", isOnlyArgument, printTransportIdentity},
+    Row{"--completion-hook", contains, runCompletionHook},
+    Row{"--configure-completion", contains, configureCompletion},
+    Row{"--render-completion-preview", contains, renderCompletionPreview},
+    Row{"--render-question-preview", contains, renderQuestionPreview},
+    Row{"--ui-self-test", contains, runInWindowModule<WindowMode::uiSelfTest>},
+    Row{"--native-diagnose", contains, runInWindowModule<WindowMode::nativeDiagnose>},
+    Row{"--configure", contains, configure},
+    Row{"--hook", contains, runHook},
+};
+
+} // namespace
+
+int runProgram(const Arguments& arguments)
+{
+    const auto row = std::ranges::find_if(
+        rows, [&](const Row& each) { return each.matches(arguments, each.flag); });
+    return row == rows.end() ? runWindowModule(WindowMode::resident, arguments)
+                             : row->run(arguments);
+}
+
+} // namespace notch

@@ -1,0 +1,9 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Entry/Entry.h"
+
+int main(int argc, char** argv)
+{
+    return notch::runProgram({argc, argv});
+}
