@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "NotchPanel/NotchPanel.h"
+
+#include "NotchPanel/NotchShape.h"
+#include "Platform/Display/WindowShape.h"
+#include "Platform/Pointer/PointerPosition.h"
+
+#include <QMouseEvent>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
+
+namespace notch {
+
+NotchPanel::NotchPanel()
+    // Only a window that the window manager does not know stands above a full-screen one and is
+    // left where it is.
+    : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+                           | Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint)
+    , compositor_([this] { applyShape(); })
+{
+    setAttribute(Qt::WA_TranslucentBackground);
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_QuitOnClose, false);
+    setMouseTracking(true);
+    winId(); // The native window is there from now on: shape and keyboard need it.
+    setClearBackground(*windowHandle());
+    windowHandle()->installEventFilter(this);
+    keyboard_.emplace(*windowHandle());
+}
+
+NotchPanel::~NotchPanel() = default;
+
+void NotchPanel::setContentView(std::unique_ptr<NotchViewport> viewport)
+{
+    viewport_ = viewport.release();
+    viewport_->setParent(this);
+    viewport_->show();
+}
+
+void NotchPanel::orderFront()
+{
+    show();
+    raise();
+}
+
+void NotchPanel::orderOut()
+{
+    resignKeyWindow();
+    hide();
+}
+
+// The native window is as tall as the content all the time, and only what is drawn of it and where
+// it can be clicked changes. Were the window resized at each step, a compositor would show new
+// parts of it before they are drawn, and a closing notch with its lower corners cut off.
+void NotchPanel::applyFrame(const Rect& frame, double surfaceWidth)
+{
+    frame_ = frame;
+    const double height = std::ceil(std::max(frame.height, viewport_->naturalHeight()));
+    setGeometry(qRound(frame.x), qRound(frame.y), qRound(frame.width), static_cast<int>(height));
+    viewport_->setGeometry(0, 0, width(), this->height());
+    viewport_->setSurface(surfaceWidth, frame.height);
+    applyShape();
+    viewport_->repaint();
+}
+
+double NotchPanel::measureContent(double width)
+{
+    return viewport_->measure(width);
+}
+
+bool NotchPanel::isOnScreen() const
+{
+    return isVisible();
+}
+
+bool NotchPanel::isKeyWindow() const
+{
+    return isActiveWindow();
+}
+
+void NotchPanel::resignKeyWindow()
+{
+    keyboard_->giveBack();
+}
+
+std::optional<Point> NotchPanel::pointerPosition() const
+{
+    const auto position = pointerPositionIn(*windowHandle());
+    if (!position)
+        return std::nullopt;
+    return Point{x() + position->x(), y() + position->y()};
+}
+
+bool NotchPanel::eventFilter(QObject* object, QEvent* event)
+{
+    if (object == windowHandle() && event->type() == QEvent::MouseButtonPress)
+        keyboard_->take(static_cast<quint32>(static_cast<QMouseEvent*>(event)->timestamp()));
+    return QWidget::eventFilter(object, event);
+}
+
+void NotchPanel::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    applyShape();
+}
+
+void NotchPanel::applyShape()
+{
+    if (!viewport_)
+        return;
+    auto& window = *windowHandle();
+    const auto pixels = pixelsInside(
+        viewport_->silhouette(), viewport_->silhouetteOffset(), window.devicePixelRatio());
+    setInputRegion(window, pixels);
+    if (compositor_.isPresent())
+        clearVisibleRegion(window);
+    else
+        setVisibleRegion(window, pixels);
+}
+
+} // namespace notch

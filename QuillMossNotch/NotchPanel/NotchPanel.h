@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "NotchPanel/NotchSurface.h"
+#include "NotchViewport/NotchViewport.h"
+#include "Platform/Display/Compositor.h"
+#include "Platform/Display/KeyboardFocus.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <optional>
+
+namespace notch {
+
+// The window of the notch. It
+//  - stands above everything, a focused full-screen window included, and is placed by nobody else;
+//  - takes no keyboard when it appears; a press in it makes it key, and resigning gives the
+//    keyboard back to the window that had it;
+//  - is there for the pointer only where the surface is drawn: every other click reaches the window
+//    below;
+//  - has smooth edges under a compositor and hard ones without, and follows when one comes or goes.
+//
+//   panel.setContentView(...);  layoutPass.run();  panel.orderFront();
+//
+// Main thread.
+class NotchPanel final : public QWidget, public NotchSurface {
+public:
+    NotchPanel();
+    ~NotchPanel() override;
+    Q_DISABLE_COPY_MOVE(NotchPanel)
+
+    // Once, before the first frame.
+    void setContentView(std::unique_ptr<NotchViewport> viewport);
+    NotchViewport& viewport() const { return *viewport_; }
+
+    // Shows it on top, without taking the keyboard.
+    void orderFront();
+    // Gives the keyboard back and hides it.
+    void orderOut();
+
+    Rect frame() const override { return frame_; }
+    void applyFrame(const Rect& frame, double surfaceWidth) override;
+    double measureContent(double width) override;
+    bool isOnScreen() const override;
+    bool isKeyWindow() const override;
+    void resignKeyWindow() override;
+    std::optional<Point> pointerPosition() const override;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void applyShape();
+
+    NotchViewport* viewport_ = nullptr; // A child; null until it is set.
+    Rect frame_;
+    Compositor compositor_;
+    std::optional<KeyboardFocus> keyboard_; // From the native window's creation on.
+};
+
+} // namespace notch

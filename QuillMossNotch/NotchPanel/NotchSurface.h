@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "NotchPanel/Rect.h"
+
+#include <optional>
+
+namespace notch {
+
+// The panel as layout, animation and hit test see it: a window in the application, a record in
+// tests. Main thread.
+class NotchSurface {
+public:
+    virtual ~NotchSurface() = default;
+
+    virtual Rect frame() const = 0;
+    // Frame, drawn surface and click-through region change as one and are on the screen at once.
+    virtual void applyFrame(const Rect& frame, double surfaceWidth) = 0;
+    // Lays the content out at this width and returns the height that it asks for.
+    virtual double measureContent(double width) = 0;
+
+    virtual bool isOnScreen() const = 0;
+    virtual bool isKeyWindow() const = 0;
+    // Gives the keyboard back to the window that had it. Nothing unless this one is key.
+    virtual void resignKeyWindow() = 0;
+    // Where the pointer is, in desktop coordinates: the middle of its pixel. Nothing when it is on
+    // no screen of this desktop.
+    virtual std::optional<Point> pointerPosition() const = 0;
+};
+
+} // namespace notch

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "NotchPanel/NotchShape.h"
+
+#include <QWindow>
+
+#include <span>
+
+namespace notch {
+
+// Where a window is, for pointer and eye (X Nonrectangular Window Shape Extension). Nothing happens
+// without an X server. The window must have been created.
+
+// Clicks count only on these pixels; elsewhere they reach the window below.
+void setInputRegion(QWindow& window, std::span<const PixelRect> pixels);
+// The window is cut to these pixels, with hard edges.
+void setVisibleRegion(QWindow& window, std::span<const PixelRect> pixels);
+// The whole rectangle shows again, and its own transparency rules.
+void clearVisibleRegion(QWindow& window);
+// What the server shows of a part that the window gained and has not drawn yet: nothing.
+void setClearBackground(QWindow& window);
+
+} // namespace notch

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/Display/X11.h"
+
+#include <QGuiApplication>
+
+#include <cstdint>
+#include <cstring>
+
+namespace notch::x11 {
+
+xcb_connection_t* connection()
+{
+    const auto* x11 =
+        qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_window_t root()
+{
+    return xcb_setup_roots_iterator(xcb_get_setup(connection())).data->root;
+}
+
+xcb_atom_t atom(const char* name)
+{
+    const auto cookie =
+        xcb_intern_atom(connection(), 0, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const Reply<xcb_intern_atom_reply_t> reply(
+        xcb_intern_atom_reply(connection(), cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+xcb_window_t selectionOwner(const char* selection)
+{
+    const auto cookie = xcb_get_selection_owner(connection(), atom(selection));
+    const Reply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(connection(), cookie, nullptr));
+    return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+} // namespace notch::x11

@@ -1,0 +1,26 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+#include <memory>
+
+namespace notch::x11 {
+
+// What xcb hands out belongs to malloc.
+struct Free {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <class T> using Reply = std::unique_ptr<T, Free>;
+
+// The toolkit's own connection; null where it draws without an X server.
+xcb_connection_t* connection();
+// The root of the toolkit's X screen. Needs a connection.
+xcb_window_t root();
+xcb_atom_t atom(const char* name);
+xcb_window_t selectionOwner(const char* selection);
+
+} // namespace notch::x11

@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <QAbstractNativeEventFilter>
+#include <QObject>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace notch {
+
+// Pointer events of the whole desktop, wherever the pointer is and whoever has grabbed it. A press
+// in one of this application's own windows is not among them: that is the in-application monitor's.
+//
+// It asks the server for as little as will do, since every event wakes this process: presses and
+// releases always; motion only while a button is held; and for a free pointer no motion at all but
+// the moments when it enters or leaves one of our windows, whose input region is the drawn surface.
+//
+// Nothing is ever reported without an X server. Main thread.
+class PointerMonitor final : private QAbstractNativeEventFilter {
+public:
+    enum class Event : std::uint8_t { moved, dragged, leftDown, rightDown };
+
+    // `handler` runs from the event loop, never within the delivery of another event. Several
+    // motions in a row are one.
+    explicit PointerMonitor(std::function<void(Event)> handler);
+    ~PointerMonitor() override;
+    Q_DISABLE_COPY_MOVE(PointerMonitor)
+
+private:
+    struct Press {
+        Event event = Event::moved;
+        quint32 time = 0;
+    };
+
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+    void handleRaw(unsigned type, unsigned button, quint32 time);
+    void select(bool motion) const;
+    void deliverLater();
+    void deliver();
+
+    std::function<void(Event)> handler_;
+    QObject context_; // Ends queued deliveries.
+    unsigned opcode_ = 0;
+    unsigned held_ = 0; // One bit for each button.
+    std::optional<Event> motion_;
+    std::optional<Press> press_;
+    bool queued_ = false;
+};
+
+} // namespace notch
