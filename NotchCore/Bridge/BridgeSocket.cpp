@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
+#include <fcntl.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 #include <utility>
 
@@ -45,6 +48,29 @@ bool connectTo(const UniqueFd& socket, const std::string& path)
 {
     const auto address = addressOf(path);
     return address && ::connect(socket.get(), generic(*address), sizeof *address) == 0;
+}
+
+timeval timevalOf(Seconds time)
+{
+    const auto whole = std::floor(time.count());
+    return {.tv_sec = static_cast<time_t>(whole),
+        .tv_usec = static_cast<suseconds_t>((time.count() - whole) * 1e6)};
+}
+
+// poll(2) does not tell when there is room in a backlog. A blocking connect(2) waits for it, no
+// longer than SO_SNDTIMEO (socket(7)).
+bool connectWithin(const UniqueFd& socket, const std::string& path, Seconds patience)
+{
+    if (connectTo(socket, path))
+        return true;
+    const auto timeout = timevalOf(patience);
+    const bool mayWait = errno == EAGAIN && patience > Seconds::zero();
+    if (!mayWait
+        || ::setsockopt(socket.get(), SOL_SOCKET, SO_SNDTIMEO, &timeout, sizeof timeout) != 0)
+        return false;
+    const int flags = ::fcntl(socket.get(), F_GETFL);
+    return ::fcntl(socket.get(), F_SETFL, flags & ~O_NONBLOCK) == 0 && connectTo(socket, path)
+        && ::fcntl(socket.get(), F_SETFL, flags) == 0;
 }
 
 bool isOwnSocket(const struct stat& status)
@@ -90,12 +116,12 @@ std::optional<FileIdentity> BridgeSocket::identity() const
     return status ? std::optional(identityOf(*status)) : std::nullopt;
 }
 
-std::optional<UniqueFd> BridgeSocket::connect() const
+std::optional<UniqueFd> BridgeSocket::connect(Seconds patience) const
 {
     if (!isSafe())
         return std::nullopt;
     auto socket = makeStreamSocket();
-    if (!socket.valid() || !connectTo(socket, path_) || !isOwnUser(socket))
+    if (!socket.valid() || !connectWithin(socket, path_, patience) || !isOwnUser(socket))
         return std::nullopt;
     return socket;
 }

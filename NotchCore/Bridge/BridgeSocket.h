@@ -5,6 +5,7 @@
 
 #include "Bridge/BridgeDirectory.h"
 #include "Bridge/TransportError.h"
+#include "Foundation/Time.h"
 #include "Foundation/UniqueFd.h"
 
 #include <optional>
@@ -37,10 +38,10 @@ public:
     // The file under the path, if there is one; links are not followed.
     std::optional<FileIdentity> identity() const;
 
-    // A non-blocking connection to a server of this same user behind a safe path. Never waits:
-    // nothing also when the server's backlog is full. (The connect(2) of a Unix socket is never
-    // "in progress".)
-    std::optional<UniqueFd> connect() const;
+    // A non-blocking connection to a server of this same user behind a safe path. The connect(2) of
+    // a Unix socket is never "in progress"; what it may have to wait for, as long as `patience`, is
+    // room in the server's backlog.
+    std::optional<UniqueFd> connect(Seconds patience = Seconds::zero()) const;
 
     // Makes room for a server: removes a socket that no process listens on any more. Nothing on
     // success; the path is untouched when anything else stands there.

@@ -4,7 +4,7 @@
 #include "Bridge/Framing.h"
 
 #include "Bridge/FrameDecoder.h"
-#include "Bridge/PollTimeout.h"
+#include "Bridge/PollUntil.h"
 
 #include <array>
 #include <cerrno>
@@ -16,24 +16,9 @@ namespace {
 
 constexpr std::size_t receiveBytes = 8192;
 
-// True when the connection is ready for the event before the deadline. One wait to the end: the
-// flag is in the same poll and the deadline is on poll's own clock, so nothing can be missed.
 bool waitFor(const UniqueFd& connection, short event, const FrameLimits& limits)
 {
-    for (;;) {
-        const auto now = Uptime::now();
-        if (now >= limits.deadline)
-            return false;
-        std::array<pollfd, 2> waited{{
-            {connection.get(), event, 0},
-            {limits.stop ? limits.stop->descriptor() : -1, POLLIN, 0}, // poll skips a negative one.
-        }};
-        const int ready = ::poll(waited.data(), waited.size(), pollTimeout(limits.deadline - now));
-        if (waited[1].revents != 0 || (ready < 0 && errno != EINTR))
-            return false;
-        if (ready > 0)
-            return true;
-    }
+    return pollUntil(connection.get(), event, limits.deadline, limits.stop);
 }
 
 bool isPassing(int error)

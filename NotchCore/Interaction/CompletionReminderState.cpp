@@ -18,12 +18,6 @@ bool isAlive(const CompletionReminder& reminder, Date now)
     return age >= Seconds::zero() && age < CompletionReminderState::lifetime;
 }
 
-bool isFresh(const CompletionEvent& event, Date now)
-{
-    const auto age = now - event.observedAt;
-    return age >= Seconds::zero() && age <= CompletionReminderState::oldestEvent;
-}
-
 } // namespace
 
 bool CompletionReminderState::trackingLimited() const
@@ -39,9 +33,7 @@ void CompletionReminderState::observe(const CompletionEvent& event, std::optiona
         return;
     }
     refresh(now);
-    if (!event.isValid() || !std::isfinite(now.seconds) || !isFresh(event, now))
-        return;
-    if (!pid || *pid < 1)
+    if (!event.isValid() || !event.isFresh(now) || !pid || *pid < 1)
         return;
     switch (event.kind) {
     case Kind::started:

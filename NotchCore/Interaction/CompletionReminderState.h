@@ -30,7 +30,6 @@ namespace notch {
 // clearPresentation.
 class CompletionReminderState {
 public:
-    static constexpr Seconds oldestEvent{3.0}; // This old on arrival is just in time.
     static constexpr Seconds lifetime{30.0}; // At this age a reminder is gone.
     static constexpr Seconds settlingTime{0.8}; // Before this age it is not shown.
     static constexpr std::size_t mostSessions = 256;

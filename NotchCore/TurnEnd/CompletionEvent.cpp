@@ -207,4 +207,10 @@ bool CompletionEvent::isValid() const
         && !(kind == Kind::started && reason);
 }
 
+bool CompletionEvent::isFresh(Date now) const
+{
+    const auto age = now - observedAt;
+    return age >= Seconds::zero() && age <= longestAge;
+}
+
 } // namespace notch

@@ -32,6 +32,10 @@ struct CompletionEvent {
 
     // More than this on a hook's stdin is no event; it is not even parsed.
     static constexpr std::size_t maximumHookInput = 65536;
+    // What one may take on the wire, without its line feed. The longest valid one has a quarter.
+    static constexpr std::size_t maximumPayload = 4096;
+    // What comes later than this is stale: the turn it tells of may long be over.
+    static constexpr Seconds longestAge{3.0};
 
     // 1 to 256 bytes, each an ASCII letter or digit or one of - . : _
     static bool safeToken(std::string_view text);
@@ -47,6 +51,8 @@ struct CompletionEvent {
 
     // Every text is safe, the date is finite, and a start has no reason.
     bool isValid() const;
+    // Not from the future and no older than longestAge; false when either date is not finite.
+    bool isFresh(Date now) const;
 };
 
 inline constexpr std::array allCompletionKinds{

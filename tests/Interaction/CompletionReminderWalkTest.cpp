@@ -144,7 +144,7 @@ private:
             .observedAt = now_ + Seconds{-step.age}};
         state_.observe(event, step.pid, step.background, true, now_);
         const auto age = now_ - event.observedAt;
-        if (step.pid && age >= Seconds::zero() && age <= State::oldestEvent)
+        if (step.pid && age >= Seconds::zero() && age <= Seconds{3})
             arrivals_.push_back({event, *step.pid, step.background});
     }
 
