@@ -1,0 +1,240 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "TurnEnd/CompletionServer.h"
+
+#include "Bridge/PollUntil.h"
+#include "EventTrace.h"
+#include "Foundation/UUID.h"
+#include "TurnEnd/CompletionHookClient.h"
+#include "support/SystemClock.h"
+#include "support/TemporaryDirectory.h"
+
+#include <array>
+#include <atomic>
+#include <gtest/gtest.h>
+#include <linux/sockios.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <thread>
+#include <vector>
+
+namespace notch {
+namespace {
+
+using Code = TransportError::Code;
+
+constexpr Seconds ample{30};
+
+CompletionEvent startOf(const std::string& session, Seconds age = Seconds::zero())
+{
+    return {.id = UUID::random().text(), .sessionID = session, .observedAt = Date::now() + -age};
+}
+
+std::string line(const CompletionEvent& event)
+{
+    return event.serialize() + "\n";
+}
+
+std::string paddedTo(std::string text, std::size_t size)
+{
+    text.resize(size, ' ');
+    return text;
+}
+
+void sendBytes(const UniqueFd& connection, std::string_view bytes)
+{
+    ::send(connection.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+}
+
+class CompletionServerTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_FALSE(server.start(trace.callback())); }
+
+    // A connection on which these bytes were sent, and nothing else yet.
+    UniqueFd sent(std::string_view bytes) const
+    {
+        auto connection = place.connect(ample);
+        EXPECT_TRUE(connection);
+        sendBytes(*connection, bytes);
+        return std::move(*connection);
+    }
+
+    // The line of the next event, which the server reads behind everything sent before it.
+    std::string nextAfter(const std::string& session)
+    {
+        EXPECT_TRUE(client.send(startOf(session)));
+        return trace.next();
+    }
+
+    // True when the server closes the connection without a byte.
+    static bool isClosed(const UniqueFd& connection)
+    {
+        char byte{};
+        return pollUntil(connection.get(), POLLIN, Uptime::now() + ample)
+            && ::recv(connection.get(), &byte, 1, MSG_DONTWAIT) <= 0;
+    }
+
+    TemporaryDirectory temporary;
+    BridgeSocket place{BridgeDirectory(temporary / "bridge"), turnEndSocketName};
+    CompletionHookClient client{place.directory()};
+    EventTrace trace;
+    CompletionServer server{place.directory()};
+};
+
+TEST_F(CompletionServerTest, acceptsOnlyOneFreshValidEventOfTheRightLength)
+{
+    auto startWithReason = startOf("bad");
+    startWithReason.reason = CompletionEvent::Reason::completed;
+    const auto good = startOf("good").serialize();
+    struct Row {
+        const char* name;
+        std::string bytes;
+        bool accepted = false;
+    };
+    const std::vector<Row> rows{
+        {"event", good + "\n", true},
+        {"longest line", paddedTo(good, CompletionEvent::maximumPayload) + "\n", true},
+        {"line one byte too long", paddedTo(good, CompletionEvent::maximumPayload + 1) + "\n"},
+        {"old, yet in time", line(startOf("good", Seconds{2.9})), true},
+        {"too old", line(startOf("bad", Seconds{3.1}))},
+        {"from the future", line(startOf("bad", Seconds{-60}))},
+        {"no line feed", good},
+        {"no bytes", ""},
+        {"empty line", "\n"},
+        {"byte behind the line", good + "\n "},
+        {"two lines", good + "\n" + good + "\n"},
+        {"no JSON", "started\n"},
+        {"host's own words", R"({"hook_event_name":"FinalStop","session_id":"s"})"
+                             "\n"},
+        {"unsafe session", line(startOf("b a d"))},
+        {"start with a reason", line(startWithReason)},
+        {"date beyond every number",
+            R"({"id":")" + UUID::random().text()
+                + R"(","sessionID":"s","kind":"started","observedAt":1e999})"
+                  "\n"},
+    };
+    for (const auto& row : rows) {
+        sent(row.bytes);
+        if (row.accepted) {
+            EXPECT_EQ(trace.next(), "started session=good") << row.name;
+        }
+        EXPECT_EQ(nextAfter("next"), "started session=next") << row.name;
+    }
+}
+
+TEST_F(CompletionServerTest, putsALineTogetherFromItsBytes)
+{
+    const auto connection = sent("");
+    for (const char byte : line(startOf("pieces")))
+        sendBytes(connection, {&byte, 1});
+    EXPECT_EQ(trace.next(), "started session=pieces");
+}
+
+// The wall clock goes back at every look, so that a deadline on it would never come.
+TEST_F(CompletionServerTest, closesAConnectionThatIsSilentOrSlow)
+{
+    const BentClock clock(BentClock::Bend::setBack);
+    EXPECT_TRUE(isClosed(sent("")));
+    const auto slow = sent("{");
+    const auto start = Uptime::now();
+    while (!pollUntil(slow.get(), POLLIN, Uptime::now() + Seconds{0.02}))
+        sendBytes(slow, " ");
+    EXPECT_LT(Uptime::now() - start, Seconds{5});
+}
+
+TEST_F(CompletionServerTest, losesNoGoodEventInAFloodOfBadConnections)
+{
+    constexpr int flood = 1000;
+    // Those that cost their whole 0.15 seconds: four of them at most stand before a good one.
+    constexpr int slowEvery = 50;
+    constexpr int goodEvery = 100;
+    const auto good = startOf("bad").serialize();
+    const std::array<std::string, 9> quick{std::string(5000, ' '), good + "\n" + good + "\n",
+        line(startOf("bad", Seconds{4})), line(startOf("bad", Seconds{-60})), line(startOf("b/d")),
+        R"({"hook_event_name":"FinalStop","session_id":"s"})"
+        "\n",
+        "[\n", "\n", std::string(4097, ' ') + "\n"};
+    std::vector<UniqueFd> slow;
+    for (int i = 1; i <= flood; ++i) {
+        if (i % slowEvery == 0)
+            slow.push_back(sent(""));
+        else
+            sent(quick[static_cast<std::size_t>(i) % quick.size()]);
+        for (std::size_t odd = 1; odd < slow.size(); odd += 2)
+            sendBytes(slow[odd], " "); // Every second one is slow, the others say nothing at all.
+        if (i % goodEvery != 0)
+            continue;
+        const auto session = "good-" + std::to_string(i);
+        const auto connection = place.connect(ample);
+        const auto start = Uptime::now();
+        sendBytes(*connection, line(startOf(session)));
+        EXPECT_EQ(trace.next(), "started session=" + session);
+        EXPECT_LT(Uptime::now() - start, Seconds{5});
+    }
+}
+
+TEST_F(CompletionServerTest, keepsTheOrderOfTheConnections)
+{
+    for (int i = 0; i < 50; ++i)
+        sent(line(startOf(std::to_string(i))));
+    for (int i = 0; i < 50; ++i)
+        EXPECT_EQ(trace.next(), "started session=" + std::to_string(i));
+}
+
+// With the monotonic clock stopped, only stop() can end the read.
+TEST_F(CompletionServerTest, stopsDuringARead)
+{
+    const BentClock clock(BentClock::Bend::stoppedUptime);
+    const auto silent = sent("{");
+    for (int unread = 1; unread > 0; std::this_thread::yield())
+        ASSERT_EQ(::ioctl(silent.get(), SIOCOUTQ, &unread), 0);
+    server.stop();
+    EXPECT_FALSE(place.identity());
+}
+
+TEST_F(CompletionServerTest, startsAndStopsAnyNumberOfTimes)
+{
+    CompletionServer second(place.directory());
+    EXPECT_EQ(server.start(trace.callback()), TransportError{Code::alreadyRunning});
+    EXPECT_EQ(second.start(trace.callback()), TransportError{Code::alreadyRunning});
+    EXPECT_EQ(nextAfter("first"), "started session=first");
+    server.stop();
+    server.stop();
+    EXPECT_FALSE(client.send(startOf("nobody")));
+    ASSERT_FALSE(second.start(trace.callback()));
+    EXPECT_EQ(nextAfter("second"), "started session=second");
+    second.stop();
+    ASSERT_FALSE(server.start(trace.callback()));
+    EXPECT_EQ(nextAfter("third"), "started session=third");
+}
+
+TEST_F(CompletionServerTest, tellsWhyItCannotStart)
+{
+    server.stop();
+    ::chmod(place.directory().path().c_str(), 0755);
+    EXPECT_EQ(server.start(trace.callback()), TransportError{Code::unsafePath});
+    ::chmod(place.directory().path().c_str(), 0700);
+    EXPECT_FALSE(server.start(trace.callback()));
+}
+
+TEST_F(CompletionServerTest, startsAndStopsUnderLoad)
+{
+    std::atomic<bool> done = false;
+    std::thread hooks([&] {
+        while (!done)
+            client.send(startOf("load"));
+    });
+    for (int i = 0; i < 50; ++i) {
+        server.stop();
+        ASSERT_FALSE(server.start(trace.callback()));
+    }
+    EXPECT_EQ(trace.next(), "started session=load");
+    done = true;
+    hooks.join();
+}
+
+} // namespace
+} // namespace notch
