@@ -63,7 +63,7 @@ std::optional<std::vector<std::string>> configuredProfiles()
         return std::nullopt;
     std::vector<std::string> names;
     for (const auto profile : allQuillMossProfiles)
-        if (holdsApprovalHook(FileSystem(), settingsURL(profile), *executable, profile))
+        if (holdsApprovalHook(FileSystem::real(), settingsURL(profile), *executable, profile))
             names.emplace_back(displayName(profile));
     return names;
 }

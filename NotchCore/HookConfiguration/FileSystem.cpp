@@ -10,6 +10,12 @@
 
 namespace notch {
 
+const FileSystem& FileSystem::real()
+{
+    static const FileSystem files;
+    return files;
+}
+
 int FileSystem::open(const char* path, int flags) const
 {
     return ::open(path, flags);

@@ -13,6 +13,8 @@ namespace notch {
 // are virtual so that a test can let any of them fail, or let another program act between two.
 class FileSystem {
 public:
+    static const FileSystem& real();
+
     virtual ~FileSystem() = default;
 
     virtual int open(const char* path, int flags) const;

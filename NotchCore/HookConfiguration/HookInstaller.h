@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "HookConfiguration/FileSystem.h"
+
 #include <array>
 #include <cstdint>
 #include <exception>
@@ -48,6 +50,25 @@ public:
     // Two kinds of turn-end hook; the probe is an older, temporary form.
     enum class CompletionVariant { normal, probe };
 
+    // The retired interception of every command: asking for it is refused.
+    enum class InterceptBash { no, yes };
+
+    // `files` is borrowed and must outlive the installer.
+    explicit HookInstaller(const FileSystem& files = FileSystem::real())
+        : files_(files)
+    {
+    }
+
+    // What install would add, for the person to read. Shows nothing of the file, which may hold
+    // secrets; changes nothing, creates nothing, takes no lock. `source` is an edition's raw value.
+    std::string preview(std::string_view settingsURL, std::string_view executableURL,
+        std::string_view source, InterceptBash interceptBash) const;
+    // Puts the approval hook into the file, in place of any older one. The backup's path.
+    std::string install(std::string_view settingsURL, std::string_view executableURL,
+        std::string_view source, InterceptBash interceptBash) const;
+    // Takes it out again. The backup's path, also when there was nothing to take out.
+    std::string uninstall(std::string_view settingsURL) const;
+
     // `argument` as one word of a POSIX shell.
     static std::string shellQuote(std::string_view argument);
     // The approval hook's command line. `source` is an edition's raw value.
@@ -67,6 +88,9 @@ public:
     {
         return ownedArguments(command, flag, marker, expectedSource).has_value();
     }
+
+private:
+    const FileSystem& files_;
 };
 
 } // namespace notch
