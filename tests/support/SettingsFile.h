@@ -65,7 +65,8 @@ private:
         return found;
     }
 
-    TemporaryDirectory home_;
+    // In memory where that is possible: the fault tests make thousands.
+    TemporaryDirectory home_{std::filesystem::exists("/dev/shm") ? "/dev/shm" : "/tmp"};
 };
 
 // The message of the failure that `operation` ends with; "" when it succeeds.

@@ -14,7 +14,8 @@ namespace notch {
 // A private directory (mode 0700) that is gone with everything in it when the test ends.
 class TemporaryDirectory {
 public:
-    TemporaryDirectory()
+    explicit TemporaryDirectory(const std::string& parent = "/tmp")
+        : path_(parent + "/notch-test-XXXXXX")
     {
         if (!::mkdtemp(path_.data()))
             throw std::runtime_error("mkdtemp failed");
@@ -32,7 +33,7 @@ public:
     std::string operator/(const std::string& name) const { return path_ + "/" + name; }
 
 private:
-    std::string path_ = "/tmp/notch-test-XXXXXX";
+    std::string path_;
 };
 
 } // namespace notch
