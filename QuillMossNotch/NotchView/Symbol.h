@@ -1,0 +1,84 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace notch {
+
+// The small pictures beside the notch's texts.
+enum class Symbol : std::uint8_t {
+    none,
+    arrowUpForward,
+    arrowUpForwardCircleFill,
+    bellBadge,
+    checkmark,
+    checkmarkCircleFill,
+    checkmarkShieldFill,
+    chevronDown,
+    chevronLeft,
+    chevronRight,
+    chevronUp,
+    clock,
+    clockArrowCirclepath,
+    docOnDoc,
+    exclamationmarkShield,
+    folder,
+    handTap,
+    lock,
+    macwindow,
+    minusCircleFill,
+    power,
+    questionmarkBubble,
+    questionmarkBubbleFill,
+    sliderHorizontal3,
+    squareStack,
+    xmark,
+    xmarkCircleFill,
+};
+
+// Every symbol with the name by which designers and documents call it.
+inline constexpr std::array<std::pair<Symbol, std::string_view>, 26> symbolNames{{
+    {Symbol::arrowUpForward, "arrow.up.forward"},
+    {Symbol::arrowUpForwardCircleFill, "arrow.up.forward.circle.fill"},
+    {Symbol::bellBadge, "bell.badge"},
+    {Symbol::checkmark, "checkmark"},
+    {Symbol::checkmarkCircleFill, "checkmark.circle.fill"},
+    {Symbol::checkmarkShieldFill, "checkmark.shield.fill"},
+    {Symbol::chevronDown, "chevron.down"},
+    {Symbol::chevronLeft, "chevron.left"},
+    {Symbol::chevronRight, "chevron.right"},
+    {Symbol::chevronUp, "chevron.up"},
+    {Symbol::clock, "clock"},
+    {Symbol::clockArrowCirclepath, "clock.arrow.circlepath"},
+    {Symbol::docOnDoc, "doc.on.doc"},
+    {Symbol::exclamationmarkShield, "exclamationmark.shield"},
+    {Symbol::folder, "folder"},
+    {Symbol::handTap, "hand.tap"},
+    {Symbol::lock, "lock"},
+    {Symbol::macwindow, "macwindow"},
+    {Symbol::minusCircleFill, "minus.circle.fill"},
+    {Symbol::power, "power"},
+    {Symbol::questionmarkBubble, "questionmark.bubble"},
+    {Symbol::questionmarkBubbleFill, "questionmark.bubble.fill"},
+    {Symbol::sliderHorizontal3, "slider.horizontal.3"},
+    {Symbol::squareStack, "square.stack"},
+    {Symbol::xmark, "xmark"},
+    {Symbol::xmarkCircleFill, "xmark.circle.fill"},
+}};
+
+// Empty for none.
+constexpr std::string_view name(Symbol symbol)
+{
+    for (const auto& [named, text] : symbolNames) {
+        if (named == symbol)
+            return text;
+    }
+    return {};
+}
+
+} // namespace notch
