@@ -1,0 +1,167 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "NotchView/ApprovalSection.h"
+
+#include "NotchView/ActionButton.h"
+#include "NotchView/DecisionSection.h"
+#include "NotchView/NotchStyle.h"
+#include "NotchView/SwitcherSection.h"
+#include "NotchView/TextBlock.h"
+#include "NotchView/TextLine.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace notch {
+namespace {
+
+constexpr int maxDescriptionHeight = 58;
+constexpr int maxCommandHeight = 112;
+constexpr int maxDetailsHeight = 176;
+
+} // namespace
+
+ApprovalSection::ApprovalSection(AppModel& model, const Clock& clock, QWidget* parent)
+    : QWidget(parent)
+    , model_(model)
+    , clock_(clock)
+    , banner_(new TextLine(style::font(10, QFont::Medium), style::warning, this))
+    , title_(new TextLine(style::font(18, QFont::DemiBold), style::text, this))
+    , chip_(new TextLine(style::font(10), style::white(0.75), this))
+    , origin_(new TextLine(style::font(11), style::white(0.7), this))
+    , source_(new TextLine(style::font(11), style::white(0.5), this))
+    , description_(new TextBlock(style::font(12), style::white(0.82), maxDescriptionHeight,
+          TextBlock::Ground::absent, this))
+    , detailsHeader_(new TextLine(style::font(11, QFont::Medium), style::white(0.7), this))
+    , detailsChip_(new TextLine(style::font(9, QFont::Medium), style::warning, this))
+    , command_(new TextBlock(style::monospaced(12), style::white(0.95), maxCommandHeight,
+          TextBlock::Ground::filled, this))
+    , parameters_(new TextBlock(style::monospaced(12), style::white(0.95), maxDetailsHeight,
+          TextBlock::Ground::filled, this))
+    , toggle_(new ActionButton(NotchActionStyle::Role::plain, this))
+    , copy_(new ActionButton(NotchActionStyle::Role::plain, this))
+    , decision_(new DecisionSection(model, this))
+    , switcher_(new SwitcherSection(model, this))
+{
+    title_->setObjectName(QStringLiteral("approval-title"));
+    origin_->setObjectName(QStringLiteral("approval-origin"));
+    source_->setObjectName(QStringLiteral("approval-source"));
+    description_->setObjectName(QStringLiteral("approval-description"));
+    command_->setObjectName(QStringLiteral("approval-command"));
+    parameters_->setObjectName(QStringLiteral("approval-parameters"));
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(banner_);
+    column->addLayout(buildTitle());
+    column->addLayout(buildOrigin());
+    column->addWidget(description_);
+    column->addLayout(buildDetailsBar());
+    column->addWidget(command_);
+    column->addWidget(parameters_);
+    column->addWidget(decision_);
+    column->addWidget(switcher_);
+}
+
+QLayout* ApprovalSection::buildTitle()
+{
+    chip_->setChip();
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(10);
+    row->addWidget(title_, 1);
+    row->addWidget(chip_);
+    return row;
+}
+
+QLayout* ApprovalSection::buildOrigin()
+{
+    origin_->setElidesMiddle();
+    auto* const column = new QVBoxLayout;
+    column->setSpacing(2);
+    column->addWidget(origin_);
+    column->addWidget(source_);
+    return column;
+}
+
+QLayout* ApprovalSection::buildDetailsBar()
+{
+    detailsChip_->setChip();
+    toggle_->setCompact();
+    toggle_->setObjectName(QStringLiteral("details-toggle"));
+    copy_->setCompact();
+    copy_->setObjectName(QStringLiteral("details-copy"));
+    setPlainToolTip(*copy_, copyToolTip);
+    connect(toggle_, &QAbstractButton::clicked, this, [this] {
+        model_.setShowAllParameters(!model_.state().interaction.showAllParameters);
+    });
+    connect(copy_, &QAbstractButton::clicked, this, [this] { copyClicked(); });
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(6);
+    row->addWidget(detailsHeader_);
+    row->addWidget(detailsChip_);
+    row->addStretch(1);
+    row->addWidget(toggle_);
+    row->addWidget(copy_);
+    return row;
+}
+
+void ApprovalSection::show(const AppModelState& state)
+{
+    const auto& request = *state.interaction.current();
+    if (request_ != request)
+        showRequest(request);
+    showDetails(state);
+    decision_->show(request, state.actionReady);
+    switcher_->show(state.interaction);
+    showTime();
+}
+
+void ApprovalSection::showRequest(const ApprovalRequest& request)
+{
+    request_ = request;
+    const ApprovalContent content(request);
+    banner_->setContent(Symbol::exclamationmarkShield, content.banner);
+    banner_->setVisible(!content.banner.empty());
+    title_->setContent(Symbol::none, content.title);
+    chip_->setContent(Symbol::none, content.chip);
+    origin_->setContent(content.originSymbol, content.origin);
+    source_->setContent(Symbol::none, content.source);
+    setPlainToolTip(*source_, content.sourceToolTip);
+    description_->setContent(content.description);
+    description_->setVisible(!content.description.empty());
+    detailsHeader_->setContent(Symbol::none, content.detailsHeader);
+    detailsChip_->setContent(Symbol::none, content.detailsChip);
+    command_->setContent(content.command);
+    parameters_->setContent(content.parameters);
+    decision_->setContent(content);
+}
+
+void ApprovalSection::showDetails(const AppModelState& state)
+{
+    const bool open = state.interaction.showAllParameters;
+    command_->setVisible(!open);
+    parameters_->setVisible(open);
+    detailsHeader_->setVisible(open);
+    detailsChip_->setVisible(open && !detailsChip_->text().isEmpty());
+    const auto toggle = detailsToggle(state.interaction);
+    toggle_->setContent(toggle.symbol, toggle.text);
+    const auto copy = copyButton(*request_, state.copiedRequestID);
+    copy_->setContent(copy.symbol, copy.text);
+}
+
+std::optional<Seconds> ApprovalSection::showTime()
+{
+    const auto line = TimeLine::of(*request_, clock_.now());
+    decision_->showTime(line);
+    return line ? std::optional(line->nextChange) : std::nullopt;
+}
+
+void ApprovalSection::copyClicked()
+{
+    const auto* current = model_.state().interaction.current();
+    if (current && request_ && current->id == request_->id)
+        model_.copyRequest(*current);
+}
+
+} // namespace notch

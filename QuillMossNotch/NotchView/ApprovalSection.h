@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "AppModel/AppModel.h"
+#include "NotchView/ApprovalContent.h"
+
+#include <QWidget>
+
+#include <optional>
+
+namespace notch {
+
+class ActionButton;
+class DecisionSection;
+class SwitcherSection;
+class TextBlock;
+class TextLine;
+
+// A request that waits: what it is, where it comes from, its whole text, and the decision.
+class ApprovalSection final : public QWidget {
+public:
+    ApprovalSection(AppModel& model, const Clock& clock, QWidget* parent);
+
+    // Only while a request waits.
+    void show(const AppModelState& state);
+    // The seconds left, now; when they will read differently, if they will.
+    std::optional<Seconds> showTime();
+
+private:
+    QLayout* buildTitle();
+    QLayout* buildOrigin();
+    QLayout* buildDetailsBar();
+    void showRequest(const ApprovalRequest& request);
+    void showDetails(const AppModelState& state);
+    void copyClicked();
+
+    AppModel& model_;
+    const Clock& clock_;
+    std::optional<ApprovalRequest> request_; // On show.
+    TextLine* banner_;
+    TextLine* title_;
+    TextLine* chip_;
+    TextLine* origin_;
+    TextLine* source_;
+    TextBlock* description_;
+    TextLine* detailsHeader_;
+    TextLine* detailsChip_;
+    TextBlock* command_;
+    TextBlock* parameters_;
+    ActionButton* toggle_;
+    ActionButton* copy_;
+    DecisionSection* decision_;
+    SwitcherSection* switcher_;
+};
+
+} // namespace notch

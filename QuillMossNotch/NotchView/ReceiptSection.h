@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "AppModel/AppModel.h"
+
+#include <QWidget>
+
+namespace notch {
+
+class ActionButton;
+class TextLine;
+
+// What became of the last request.
+class ReceiptSection final : public QWidget {
+public:
+    ReceiptSection(AppModel& model, QWidget* parent);
+
+    // Only while there is a receipt.
+    void show(const NotchInteraction& interaction);
+
+private:
+    class Picture;
+
+    Picture* picture_;
+    TextLine* title_;
+    TextLine* note_;
+    ActionButton* next_;
+};
+
+} // namespace notch

@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "NotchView/TextBlock.h"
+
+#include "NotchView/NotchStyle.h"
+#include "NotchView/VisibleText.h"
+
+#include <QMimeData>
+#include <QTextBlock>
+#include <QTextLayout>
+#include <QTextOption>
+
+#include <algorithm>
+#include <cmath>
+
+namespace notch {
+namespace {
+
+constexpr int filledPadding = 10;
+constexpr int longestBlock = 2'000;
+
+// A quiet scroll bar, and the ground under the text.
+QString styleSheetOf(int padding)
+{
+    const auto ground = padding > 0
+        ? QStringLiteral("background: rgba(255,255,255,20); border-radius: 10px;")
+        : QStringLiteral("background: transparent;");
+    return QStringLiteral("QPlainTextEdit { border: none; padding: %1px; %2 }"
+                          "QScrollBar:vertical { background: transparent; width: 8px; }"
+                          "QScrollBar::handle:vertical { background: rgba(255,255,255,90);"
+                          " border-radius: 3px; min-height: 24px; margin: 1px; }"
+                          "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+                          "QScrollBar::add-page, QScrollBar::sub-page { background: none; }")
+        .arg(padding)
+        .arg(ground);
+}
+
+} // namespace
+
+TextBlock::TextBlock(
+    const QFont& font, const QColor& colour, int maxHeight, Ground ground, QWidget* parent)
+    : QPlainTextEdit(parent)
+    , maxHeight_(maxHeight)
+    , padding_(ground == Ground::filled ? filledPadding : 0)
+{
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFrameShape(QFrame::NoFrame);
+    setStyleSheet(styleSheetOf(padding_));
+    setFont(font);
+    auto colours = palette();
+    colours.setColor(QPalette::Text, colour);
+    colours.setColor(QPalette::Highlight, style::accent.darker(160));
+    colours.setColor(QPalette::HighlightedText, style::text);
+    setPalette(colours);
+    setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    document()->setDocumentMargin(0);
+    auto option = document()->defaultTextOption();
+    option.setTextDirection(Qt::LeftToRight);
+    document()->setDefaultTextOption(option);
+    auto policy = QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+void TextBlock::setContent(const std::string& text)
+{
+    if (text == content_)
+        return;
+    content_ = text;
+    setPlainText(toQString(text));
+    updateGeometry();
+}
+
+int TextBlock::heightForWidth(int width) const
+{
+    const int edges = 2 * padding_;
+    double height = edges;
+    QTextLayout layout;
+    QTextOption option = document()->defaultTextOption();
+    for (auto block = document()->begin(); block.isValid() && height < maxHeight_;
+         block = block.next()) {
+        // Enough of it to fill the largest block that is ever shown.
+        layout.setText(block.text().left(longestBlock));
+        layout.setFont(font());
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLeadingIncluded(true);
+            line.setLineWidth(width - edges);
+            height += line.height();
+        }
+        layout.endLayout();
+    }
+    return std::min(maxHeight_, static_cast<int>(std::ceil(height)));
+}
+
+QSize TextBlock::sizeHint() const
+{
+    return {200, heightForWidth(std::max(width(), 200))};
+}
+
+QMimeData* TextBlock::createMimeDataFromSelection() const
+{
+    // The overrides that only serve to show the text in order are no part of it.
+    auto selected = textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n');
+    selected.remove(toQString(leftToRightOverride)).remove(toQString(popDirectionalFormatting));
+    auto* const data = new QMimeData;
+    data->setText(selected);
+    return data;
+}
+
+} // namespace notch
