@@ -92,9 +92,8 @@ QLayout* ApprovalSection::buildDetailsBar()
     copy_->setCompact();
     copy_->setObjectName(QStringLiteral("details-copy"));
     setPlainToolTip(*copy_, copyToolTip);
-    connect(toggle_, &QAbstractButton::clicked, this, [this] {
-        model_.setShowAllParameters(!model_.state().interaction.showAllParameters);
-    });
+    connect(toggle_, &QAbstractButton::clicked, this,
+        [this] { model_.setShowAllParameters(!model_.state().interaction.showAllParameters); });
     connect(copy_, &QAbstractButton::clicked, this, [this] { copyClicked(); });
     auto* const row = new QHBoxLayout;
     row->setSpacing(6);

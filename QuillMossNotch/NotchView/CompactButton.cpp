@@ -66,7 +66,8 @@ void CompactButton::paintEvent(QPaintEvent*)
     paintSymbol(painter, {x, middle - symbolSide / 2, symbolSide, symbolSide}, symbol_,
         style::white(underMouse() ? 0.9 : 0.6));
     if (hasFocus())
-        style::paintFocusRing(painter, QRectF((this->width() - width) / 2 - 8, middle - 10, width + 16, 20), 10);
+        style::paintFocusRing(
+            painter, QRectF((this->width() - width) / 2 - 8, middle - 10, width + 16, 20), 10);
 }
 
 } // namespace notch

@@ -20,8 +20,8 @@ namespace notch {
 // press that the person made for it.
 class DecisionButton final : public ActionButton {
 public:
-    DecisionButton(AppModel& model, Decision decision, NotchActionStyle::Role role,
-        QWidget* parent);
+    DecisionButton(
+        AppModel& model, Decision decision, NotchActionStyle::Role role, QWidget* parent);
 
     // The request on show, and whether its buttons are armed.
     void setRequest(const std::string& requestID, bool armed);

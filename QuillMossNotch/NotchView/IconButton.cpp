@@ -29,8 +29,7 @@ void IconButton::setContent(Symbol symbol, std::string_view label, std::string_v
 
 void IconButton::paintEvent(QPaintEvent*)
 {
-    const NotchIconStyle look{
-        .hovered = underMouse(), .pressed = isDown(), .focused = hasFocus()};
+    const NotchIconStyle look{.hovered = underMouse(), .pressed = isDown(), .focused = hasFocus()};
     QPainter painter(this);
     look.paint(painter, rect(), symbol_);
 }

@@ -32,8 +32,8 @@ struct NotchActionStyle {
     bool reducesMotion = false; // No shrinking while pressed.
 
     QSize sizeFor(Symbol symbol, const QString& text) const;
-    void paint(QPainter& painter, const QRectF& rectangle, Symbol symbol,
-        const QString& text) const;
+    void paint(
+        QPainter& painter, const QRectF& rectangle, Symbol symbol, const QString& text) const;
 };
 
 // The same for a button that is a symbol alone.

@@ -6,28 +6,35 @@
 #include "AppModel/AppModel.h"
 #include "AppModel/Preferences.h"
 #include "Foundation/Time.h"
+#include "NotchView/DisplayState.h"
 
+#include <QTimer>
 #include <QWidget>
+
+#include <optional>
 
 namespace notch {
 
-// Everything that the notch shows, closed and open. Reads the model's state, calls its operations
-// and decides nothing.
+class ApprovalSection;
+class CompactButton;
+class HeaderSection;
+class IdleSection;
+class ReceiptSection;
+
+// Everything that the notch shows, closed and open, on a black ground that its host draws. Reads
+// the model's state, calls its operations and decides nothing.
 //
 // Its widgets are built once; refresh() only changes their texts and which of them are visible, so
 // that no redraw moves the focus, loses a scroll position or swallows a press.
 //
-//     NotchView view(model, preferences, clock, NotchView::Surface::absent);
+//     NotchView view(model, preferences, clock);
 //     model.subscribe(…);                       // schedules a layout pass, which does:
 //     view.refresh();
 //     view.resize(panelWidth, view.fittingHeight(panelWidth));
 class NotchView final : public QWidget {
 public:
-    // Whether the view paints the black silhouette itself or its host does.
-    enum class Surface { drawn, absent };
-
     // All three are borrowed and must outlive the view.
-    NotchView(AppModel& model, const Preferences& preferences, const Clock& clock, Surface surface,
+    NotchView(AppModel& model, const Preferences& preferences, const Clock& clock,
         QWidget* parent = nullptr);
     ~NotchView() override;
 
@@ -38,6 +45,28 @@ public:
     int fittingHeight(int width) const;
     // The desktop asks for less motion; false until told.
     void setReducesMotion(bool reduces);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void build();
+    void showOpenContent();
+    void tick();
+
+    AppModel& model_;
+    const Preferences& preferences_;
+    const Clock& clock_;
+    std::optional<AppModelState> state_; // On show.
+    ShownFeatures features_;
+    QTimer tick_; // Runs only while a request with a deadline is on the screen.
+    CompactButton* compact_;
+    QWidget* content_;
+    HeaderSection* header_;
+    ApprovalSection* approval_;
+    ReceiptSection* receipt_;
+    IdleSection* idle_;
 };
 
 } // namespace notch

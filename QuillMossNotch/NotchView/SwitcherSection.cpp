@@ -16,11 +16,11 @@ namespace {
 
 constexpr QSize entrySize{26, 24};
 
-constexpr auto listStyleSheet
-    = "QListWidget { background: transparent; border: none; outline: none; }"
-      "QListWidget::item { color: rgba(255,255,255,150); border-radius: 7px; }"
-      "QListWidget::item:hover { background: rgba(255,255,255,25); }"
-      "QListWidget::item:selected { background: rgba(255,255,255,45); color: white; }";
+constexpr auto listStyleSheet =
+    "QListWidget { background: transparent; border: none; outline: none; }"
+    "QListWidget::item { color: rgba(255,255,255,150); border-radius: 7px; }"
+    "QListWidget::item:hover { background: rgba(255,255,255,25); }"
+    "QListWidget::item:selected { background: rgba(255,255,255,45); color: white; }";
 
 } // namespace
 

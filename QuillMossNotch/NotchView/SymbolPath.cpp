@@ -31,7 +31,7 @@ struct Drawing {
 #define SHIELD                                                                                     \
     "M12 2.3 L19.6 5.2 L19.6 11 C19.6 16 16.6 19.9 12 21.7 C7.4 19.9 4.4 16 4.4 11 L4.4 5.2 Z "
 #define BUBBLE                                                                                     \
-    "M7 3.5 L17 3.5 C19.4 3.5 21 5.2 21 7.5 L21 13.5 C21 15.9 19.4 17.5 17 17.5 L11.5 17.5 "      \
+    "M7 3.5 L17 3.5 C19.4 3.5 21 5.2 21 7.5 L21 13.5 C21 15.9 19.4 17.5 17 17.5 L11.5 17.5 "       \
     "L7.5 21.2 L7.5 17.5 L7 17.5 C4.6 17.5 3 15.9 3 13.5 L3 7.5 C3 5.2 4.6 3.5 7 3.5 Z "
 #define QUESTION "M9.7 8.7 C9.7 5.7 14.3 5.8 14.3 8.6 C14.3 10.4 12 10.4 12 12.2 "
 #define DISC "O12 12 10.2"
@@ -143,7 +143,7 @@ QPainterPath drawn(Symbol symbol)
     for (const auto& drawing : drawings) {
         if (drawing.symbol == symbol)
             return parsed(drawing.areas).subtracted(outlined(drawing.gaps))
-                | outlined(drawing.lines);
+                 | outlined(drawing.lines);
     }
     return {};
 }

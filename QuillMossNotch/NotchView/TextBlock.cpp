@@ -24,8 +24,8 @@ constexpr int longestBlock = 2'000;
 QString styleSheetOf(int padding)
 {
     const auto ground = padding > 0
-        ? QStringLiteral("background: rgba(255,255,255,20); border-radius: 10px;")
-        : QStringLiteral("background: transparent;");
+                          ? QStringLiteral("background: rgba(255,255,255,20); border-radius: 10px;")
+                          : QStringLiteral("background: transparent;");
     return QStringLiteral("QPlainTextEdit { border: none; padding: %1px; %2 }"
                           "QScrollBar:vertical { background: transparent; width: 8px; }"
                           "QScrollBar::handle:vertical { background: rgba(255,255,255,90);"
@@ -108,9 +108,9 @@ QMimeData* TextBlock::createMimeDataFromSelection() const
     // The overrides that only serve to show the text in order are no part of it.
     auto selected = textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n');
     selected.remove(toQString(leftToRightOverride)).remove(toQString(popDirectionalFormatting));
-    auto* const data = new QMimeData;
-    data->setText(selected);
-    return data;
+    auto* const mime = new QMimeData;
+    mime->setText(selected);
+    return mime;
 }
 
 } // namespace notch

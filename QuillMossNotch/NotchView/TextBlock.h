@@ -14,8 +14,8 @@ namespace notch {
 class TextBlock final : public QPlainTextEdit {
 public:
     enum class Ground { filled, absent };
-    TextBlock(const QFont& font, const QColor& colour, int maxHeight, Ground ground,
-        QWidget* parent);
+    TextBlock(
+        const QFont& font, const QColor& colour, int maxHeight, Ground ground, QWidget* parent);
 
     // Text made by visibleText(); a text that is there already keeps its selection and position.
     void setContent(const std::string& text);

@@ -67,7 +67,7 @@ QSize TextLine::sizeHint() const
     const QFontMetrics metrics(font());
     const int height = font().pixelSize() + (chip_ ? 9 : 6);
     return {textLeft() + metrics.horizontalAdvance(text().left(maxLaidOut)) + 1
-            + (chip_ ? chipMargin : 0),
+                + (chip_ ? chipMargin : 0),
         height};
 }
 
@@ -85,8 +85,8 @@ void TextLine::paintEvent(QPaintEvent*)
         paintSymbol(painter, {textLeft() - side - symbolGap, (height() - side) / 2, side, side},
             symbol_, colour_);
     const auto line = rect().adjusted(textLeft(), 0, chip_ ? -chipMargin : 0, 0);
-    const auto words
-        = QFontMetrics(font()).elidedText(text().left(maxLaidOut), elide_, line.width());
+    const auto words =
+        QFontMetrics(font()).elidedText(text().left(maxLaidOut), elide_, line.width());
     painter.setPen(colour_);
     painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
 }

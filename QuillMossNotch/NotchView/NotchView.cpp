@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "NotchView/NotchView.h"
+
+#include "NotchView/ActionButton.h"
+#include "NotchView/ApprovalSection.h"
+#include "NotchView/CompactButton.h"
+#include "NotchView/CompactContent.h"
+#include "NotchView/HeaderContent.h"
+#include "NotchView/HeaderSection.h"
+#include "NotchView/IdleContent.h"
+#include "NotchView/IdleSection.h"
+#include "NotchView/NotchStyle.h"
+#include "NotchView/ReceiptSection.h"
+
+#include <QVBoxLayout>
+
+#include <chrono>
+#include <cmath>
+
+namespace notch {
+namespace {
+
+// From the silhouette's straight sides, and from its lower edge.
+constexpr int sideMargin = 12 + 20;
+constexpr int lowerMargin = 18;
+
+// A timer that fires too early by a hair would show the same second once more.
+constexpr Seconds tickSlack{0.005};
+
+void invalidateLayouts(QWidget& root)
+{
+    for (auto* const child : root.findChildren<QWidget*>())
+        child->updateGeometry();
+    root.updateGeometry();
+}
+
+} // namespace
+
+NotchView::NotchView(
+    AppModel& model, const Preferences& preferences, const Clock& clock, QWidget* parent)
+    : QWidget(parent)
+    , model_(model)
+    , preferences_(preferences)
+    , clock_(clock)
+    , compact_(new CompactButton(this))
+    , content_(new QWidget(this))
+    , header_(new HeaderSection(model, content_))
+    , approval_(new ApprovalSection(model, clock, content_))
+    , receipt_(new ReceiptSection(model, content_))
+    , idle_(new IdleSection(model, content_))
+{
+    build();
+    tick_.setSingleShot(true);
+    tick_.setTimerType(Qt::PreciseTimer);
+    connect(&tick_, &QTimer::timeout, this, [this] { tick(); });
+    connect(compact_, &QAbstractButton::clicked, this, [this] {
+        if (model_.state().isExpanded())
+            model_.collapse();
+        else
+            model_.expand();
+    });
+    refresh();
+}
+
+NotchView::~NotchView() = default;
+
+void NotchView::build()
+{
+    setFont(style::font(12));
+    auto colours = palette();
+    colours.setColor(QPalette::WindowText, style::text);
+    setPalette(colours);
+    compact_->setObjectName(QStringLiteral("compact"));
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(compact_, 0, Qt::AlignHCenter | Qt::AlignTop);
+    column->addWidget(content_);
+    column->addStretch(1);
+
+    auto* const open = new QVBoxLayout(content_);
+    open->setContentsMargins(sideMargin, 4, sideMargin, lowerMargin);
+    open->setSpacing(12);
+    open->addWidget(header_);
+    open->addWidget(approval_);
+    open->addWidget(receipt_);
+    open->addWidget(idle_);
+}
+
+void NotchView::refresh()
+{
+    const ShownFeatures features(preferences_);
+    if (state_ == model_.state() && features_ == features) {
+        tick();
+        return;
+    }
+    state_ = model_.state();
+    features_ = features;
+    compact_->setMetrics(state_->compactWidth, state_->notchHeight);
+    compact_->show(CompactContent(*state_, features_));
+    content_->setVisible(state_->isExpanded());
+    if (state_->isExpanded())
+        showOpenContent();
+    invalidateLayouts(*this);
+    tick();
+}
+
+void NotchView::showOpenContent()
+{
+    const auto shown = displayState(*state_, features_);
+    header_->show(HeaderContent(*state_, features_));
+    receipt_->setVisible(shown == DisplayState::receipt);
+    approval_->setVisible(shown == DisplayState::approval);
+    // Not handled: questions and turn ends have no content of their own yet, and none is reported.
+    idle_->setVisible(shown != DisplayState::receipt && shown != DisplayState::approval);
+    if (shown == DisplayState::receipt)
+        receipt_->show(state_->interaction);
+    else if (shown == DisplayState::approval)
+        approval_->show(*state_);
+    else
+        idle_->show(IdleContent(*state_, features_));
+}
+
+void NotchView::tick()
+{
+    tick_.stop();
+    const bool counting = isVisible() && state_->isExpanded()
+                       && displayState(*state_, features_) == DisplayState::approval;
+    if (!counting)
+        return;
+    if (const auto next = approval_->showTime())
+        tick_.start(std::chrono::ceil<std::chrono::milliseconds>(*next + tickSlack));
+}
+
+int NotchView::fittingHeight(int width) const
+{
+    return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
+                                         : layout()->totalSizeHint().height();
+}
+
+void NotchView::setReducesMotion(bool reduces)
+{
+    for (auto* const button : findChildren<QAbstractButton*>()) {
+        if (auto* const action = dynamic_cast<ActionButton*>(button))
+            action->setReducesMotion(reduces);
+    }
+}
+
+void NotchView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    tick();
+}
+
+void NotchView::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    tick();
+}
+
+} // namespace notch
