@@ -69,6 +69,15 @@ public:
     // Takes it out again. The backup's path, also when there was nothing to take out.
     std::string uninstall(std::string_view settingsURL) const;
 
+    // The same for the two turn-end hooks, with either variant in place of the other.
+    std::string installCompletion(std::string_view settingsURL, std::string_view executableURL,
+        CompletionVariant variant) const;
+    std::string uninstallCompletion(std::string_view settingsURL) const;
+    // True when each of the two events has one own hook and it is this executable's. Changes
+    // nothing and takes no lock; fails on an entry that an installation would not touch.
+    bool completionInstalled(std::string_view settingsURL, std::string_view executableURL,
+        CompletionVariant variant) const;
+
     // `argument` as one word of a POSIX shell.
     static std::string shellQuote(std::string_view argument);
     // The approval hook's command line. `source` is an edition's raw value.
