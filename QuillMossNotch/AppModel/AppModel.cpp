@@ -153,8 +153,7 @@ void AppModel::handleRequest(const ApprovalRequest& request)
     if (!next.receive(request, now()))
         return;
     state_.interaction = std::move(next);
-    if (std::exchange(state_.isDemo, false))
-        feedbackWork_.cancel();
+    state_.isDemo = false;
     outside_.reminders.disarm();
     if (!request.isNative())
         state_.lastHookAt = now();
@@ -292,18 +291,15 @@ void AppModel::endDemo()
 
 void AppModel::scheduleFeedbackDismissal()
 {
-    feedbackWork_.cancel();
-    const auto receipt = receiptID(state_.interaction);
-    if (!receipt)
-        return;
     outside_.reminders.disarm();
     disarm();
     const bool more = !state_.interaction.requests().empty();
-    feedbackWork_ = outside_.mainQueue.after(
-        more ? receiptBeforeNextRequest : receiptOverEmptyQueue, [this, receipt] {
-            if (receiptID(state_.interaction) == receipt)
-                endFeedback();
-        });
+    feedbackWork_ =
+        outside_.mainQueue.after(more ? receiptBeforeNextRequest : receiptOverEmptyQueue,
+            [this, receipt = receiptID(state_.interaction)] {
+                if (receiptID(state_.interaction) == receipt)
+                    endFeedback();
+            });
 }
 
 void AppModel::dismissFeedback()

@@ -58,10 +58,9 @@ void AppModel::copyRequest(const ApprovalRequest& request)
                                     ? request.toolInputJSON
                                     : ApprovalPresentation(request).primaryText);
     state_.copiedRequestID = request.id;
-    copiedWork_ = outside_.mainQueue.after(copiedMark, [this, id = request.id] {
+    copiedWork_ = outside_.mainQueue.after(copiedMark, [this] {
         const Change end(*this);
-        if (state_.copiedRequestID == id)
-            state_.copiedRequestID.reset();
+        state_.copiedRequestID.reset();
     });
 }
 

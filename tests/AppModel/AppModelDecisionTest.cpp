@@ -67,6 +67,14 @@ TEST_F(AppModelTest, keepsTheOutcomesWordsWhenTheHostIsMissingToo)
     EXPECT_EQ(state().message, "上条请求已结束");
 }
 
+TEST_F(AppModelTest, isDisarmedWhileADecisionIsOnItsWay)
+{
+    armedRequest("A");
+    outside.server.onDecide = [&] { decide(Decision::allow); };
+    decide(Decision::deny);
+    EXPECT_EQ(outside.takeCalls("server.decide"), Calls{"server.decide A deny"});
+}
+
 TEST_F(AppModelTest, ignoresAStaleButton)
 {
     outside.request("A");
@@ -86,6 +94,9 @@ TEST_F(AppModelTest, ignoresAStaleButton)
     model.expand();
     pass(0.3);
     expectNothing(first, "opened a moment ago");
+    pass(1);
+    model.expand();
+    expectNothing(first, "opened once more");
     pass(1);
     outside.time.setWallClock(Seconds{60});
     expectNothing(first, "run out, though nobody said so yet");
@@ -186,6 +197,9 @@ TEST_F(AppModelTest, switchesInACircle)
         seen += *interaction().currentID();
     }
     EXPECT_EQ(seen, "BCACB");
+    pass(1);
+    model.select("B");
+    EXPECT_TRUE(state().actionReady) << "it is on screen already";
 }
 
 TEST_F(AppModelTest, showsDemonstrationsThatReachNobody)
@@ -207,6 +221,17 @@ TEST_F(AppModelTest, showsDemonstrationsThatReachNobody)
         pass(1.8 + 0.16);
         EXPECT_FALSE(state().isExpanded());
     }
+}
+
+TEST_F(AppModelTest, showsADemonstrationInTheMiddleOfAReceipt)
+{
+    armedRequest("A");
+    decide(Decision::deny);
+    pass(1.5);
+    model.showDemo(Demo::hook);
+    EXPECT_FALSE(interaction().feedback());
+    pass(0.47); // Past the end that the receipt would have had.
+    EXPECT_TRUE(state().actionReady);
 }
 
 TEST_F(AppModelTest, endsADemonstrationWithoutADecision)

@@ -45,6 +45,13 @@ void endAReceipt(StartedModel& it)
 
 const Delay delays[] = {
     {"arming of a request", 0.46, [](auto& it) { it.outside.request("A"); }, isArmed},
+    {"arming in a notch that stood open", 0.46,
+        [](auto& it) {
+            it.model.expand();
+            it.pass(1);
+            it.outside.request("A");
+        },
+        isArmed},
     {"arming after opening again", 0.46,
         [](auto& it) {
             it.armedRequest("A");

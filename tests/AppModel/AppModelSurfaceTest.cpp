@@ -119,7 +119,9 @@ TEST_F(AppModelTest, letsRemindersHaveTheNotchInTheirTurn)
     const Calls left{"reminders.pointerLeft"};
     for (const auto& row : {
              Row{Approval::waiting, true, true, {}, false, disarmed},
+             Row{Approval::waiting, false, true, {}, false, disarmed},
              Row{Approval::receipt, true, true, {}, false, disarmed},
+             Row{Approval::receipt, false, true, {}, false, disarmed},
              Row{Approval::none, true, true, {}, false, seen},
              Row{Approval::none, true, false, {}, false, seen},
              Row{Approval::none, false, true, left, false, seen},

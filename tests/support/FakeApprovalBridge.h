@@ -5,6 +5,7 @@
 
 #include "Bridge/ApprovalBridge.h"
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,12 +29,15 @@ public:
     bool decide(const std::string& id, Decision decision) override
     {
         calls_.push_back("server.decide " + id + ' ' + std::string(name(decision)));
+        if (onDecide)
+            onDecide();
         return hookWaits;
     }
     void stop() override { calls_.emplace_back("server.stop"); }
 
     Callbacks callbacks;
     std::optional<TransportError> startError;
+    std::function<void()> onDecide; // While the decision is on its way.
     bool hookWaits = true; // The hook is still there to take a decision.
 
 private:
