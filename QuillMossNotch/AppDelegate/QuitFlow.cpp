@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "AppDelegate/QuitFlow.h"
+
+namespace notch {
+
+QuitFlow::QuitFlow(AppModel& model, QuitStage& stage)
+    : model_(model)
+    , stage_(stage)
+{
+}
+
+void QuitFlow::quit()
+{
+    if (confirmingQuit_)
+        return;
+    if (realRequestsWait()) {
+        ask();
+        return;
+    }
+    explicitQuit_ = true;
+    stage_.terminate();
+}
+
+void QuitFlow::signalled(Uptime now)
+{
+    const bool again = refusedSignal_ && now - *refusedSignal_ <= signalPatience;
+    if (again || shouldTerminate())
+        stage_.terminate();
+    else
+        refusedSignal_ = now;
+}
+
+bool QuitFlow::shouldTerminate()
+{
+    if (explicitQuit_ || !realRequestsWait())
+        return true;
+    model_.expand();
+    return false;
+}
+
+bool QuitFlow::realRequestsWait() const
+{
+    return !model_.state().isDemo && !model_.state().interaction.requests().empty();
+}
+
+void QuitFlow::ask()
+{
+    confirmingQuit_ = true;
+    // The notch stands above every window, the question included.
+    panelWasOnScreen_ = stage_.panelIsOnScreen();
+    stage_.orderPanelOut();
+    const auto count = std::to_string(model_.state().interaction.requests().size());
+    stage_.ask(
+        {
+            .message = "还有 " + count + " 条请求待确认",
+            .informativeText = "退出会把它们交回 QuillMoss 原流程，不会自动允许。",
+            .stay = "继续查看",
+            .leave = "交回 QuillMoss 并退出",
+        },
+        [this](QuitStage::Answer answer) { answered(answer); });
+}
+
+void QuitFlow::answered(QuitStage::Answer answer)
+{
+    if (answer == QuitStage::Answer::leave) {
+        explicitQuit_ = true;
+        confirmingQuit_ = false;
+        stage_.terminate();
+        return;
+    }
+    model_.expand();
+    confirmingQuit_ = false;
+    if (panelWasOnScreen_ && !explicitQuit_)
+        stage_.orderPanelFront();
+}
+
+} // namespace notch
