@@ -3,18 +3,43 @@
 
 #include "Foundation/JsonReader.h"
 
+#include <algorithm>
 #include <boost/json/basic_parser_impl.hpp>
-#include <deque>
 #include <limits>
 #include <utility>
+#include <vector>
 
 namespace notch {
 namespace {
 
 namespace json = boost::json;
 
-// Builds values from the parser's events, children before their container. A deque holds the open
-// values: it grows without copying, so that a hostile array costs no more than its own elements.
+// A stack that copies nothing when it grows and gives memory back as it shrinks. (The blocks of a
+// std::deque are so small that malloc keeps freed ones for itself.)
+template <class T> class BlockStack {
+public:
+    void push(T value)
+    {
+        if (blocks_.empty() || blocks_.back().size() == blockLength)
+            blocks_.emplace_back().reserve(blockLength);
+        blocks_.back().push_back(std::move(value));
+    }
+    T pop()
+    {
+        T value = std::move(blocks_.back().back());
+        blocks_.back().pop_back();
+        if (blocks_.back().empty())
+            blocks_.pop_back();
+        return value;
+    }
+
+private:
+    static constexpr std::size_t blockLength = 1024;
+
+    std::vector<std::vector<T>> blocks_; // None is empty.
+};
+
+// Builds values from the parser's events, children before their container.
 class Builder {
 public:
     static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
@@ -30,23 +55,18 @@ public:
     {
         Json::Array array;
         array.reserve(count);
-        const auto first = values_.end() - static_cast<std::ptrdiff_t>(count);
-        for (auto value = first; value != values_.end(); ++value)
-            array.push_back(std::move(*value));
-        values_.erase(first, values_.end());
+        for (std::size_t i = 0; i < count; ++i)
+            array.push_back(values_.pop());
+        std::ranges::reverse(array);
         return push(std::move(array));
     }
     bool on_object_begin(json::error_code&) { return true; }
     bool on_object_end(std::size_t count, json::error_code&)
     {
         Json::Object object;
-        const auto members = static_cast<std::ptrdiff_t>(count);
-        auto value = values_.end() - members;
-        const auto firstKey = keys_.end() - members;
-        for (auto key = firstKey; key != keys_.end(); ++key, ++value)
-            object.insert_or_assign(std::move(*key), std::move(*value));
-        keys_.erase(firstKey, keys_.end());
-        values_.erase(values_.end() - members, values_.end());
+        for (std::size_t i = 0; i < count; ++i)
+            object.emplace(
+                keys_.pop(), values_.pop()); // The last of equal keys comes first, and stays.
         return push(std::move(object));
     }
     bool on_key_part(json::string_view part, std::size_t, json::error_code&)
@@ -56,7 +76,7 @@ public:
     bool on_key(json::string_view part, std::size_t, json::error_code&)
     {
         append(part);
-        keys_.push_back(std::exchange(text_, {}));
+        keys_.push(std::exchange(text_, {}));
         return true;
     }
     bool on_string_part(json::string_view part, std::size_t, json::error_code&)
@@ -80,12 +100,12 @@ public:
     bool on_comment_part(json::string_view, json::error_code&) { return true; }
     bool on_comment(json::string_view, json::error_code&) { return true; }
 
-    Json takeRoot() { return std::move(values_.front()); }
+    Json takeRoot() { return values_.pop(); }
 
 private:
     bool push(Json value)
     {
-        values_.push_back(std::move(value));
+        values_.push(std::move(value));
         return true;
     }
     bool append(json::string_view part)
@@ -99,8 +119,8 @@ private:
         return push(JsonNumber(std::exchange(text_, {})));
     }
 
-    std::deque<Json> values_;
-    std::deque<std::string> keys_;
+    BlockStack<Json> values_; // Read, and not yet in their container.
+    BlockStack<std::string> keys_;
     std::string text_; // Of the string, key or number being read.
 };
 
