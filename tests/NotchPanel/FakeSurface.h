@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "NotchPanel/NotchSurface.h"
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace notch {
+
+// A panel that is only a record of what was done to it.
+class FakeSurface final : public NotchSurface {
+public:
+    struct Applied {
+        Rect frame;
+        double surfaceWidth = 0;
+    };
+
+    Rect current{400, 0, 480, 32};
+    std::vector<Applied> applied;
+    double contentHeight = 300;
+    bool onScreen = true;
+    bool key = false;
+    std::optional<Point> pointer;
+
+    Rect frame() const override { return current; }
+    void applyFrame(const Rect& frame, double surfaceWidth) override
+    {
+        current = frame;
+        applied.push_back({frame, surfaceWidth});
+    }
+    double measureContent(double) override { return contentHeight; }
+    bool isOnScreen() const override { return onScreen; }
+    bool isKeyWindow() const override { return key; }
+    void resignKeyWindow() override { key = false; }
+    std::optional<Point> pointerPosition() const override { return pointer; }
+
+    // Frame and surface now, as "x,y widthxheight/surface".
+    std::string text() const
+    {
+        if (applied.empty())
+            return "never";
+        const auto& [rect, surfaceWidth] = applied.back();
+        std::ostringstream text;
+        text << rect.x << ',' << rect.y << ' ' << rect.width << 'x' << rect.height << '/'
+             << surfaceWidth;
+        return text.str();
+    }
+};
+
+} // namespace notch

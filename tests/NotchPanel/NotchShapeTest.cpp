@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "NotchPanel/NotchShape.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace notch {
+namespace {
+
+std::string path(const NotchShape& shape)
+{
+    std::ostringstream text;
+    for (const auto& [kind, end, control] : shape.elements()) {
+        text << "MLQZ"[static_cast<int>(kind)];
+        if (kind == NotchShape::Element::Kind::curve)
+            text << control.x << ',' << control.y << ' ';
+        text << end.x << ',' << end.y << ' ';
+    }
+    return text.str();
+}
+
+TEST(NotchShape, runsDownTheLeftSideAndUpTheRight)
+{
+    EXPECT_EQ(path(NotchShape(480, 300)),
+        "M0,0 Q12,0 12,12 L12,276 Q12,300 36,300 L444,300 Q468,300 468,276 L468,12 Q468,0 480,0 "
+        "Z0,0 ");
+}
+
+TEST(NotchShape, containsWhatIsWithinItsCurves)
+{
+    struct Row {
+        const char* name;
+        Point point;
+        bool inside;
+    };
+    const Row rows[] = {
+        {"the top edge is the full width", {0.5, 0.001}, true},
+        {"above the top edge", {240, -0.001}, false},
+        {"the shoulder curves outward: little of its square is inside", {6, 6}, false},
+        {"beside the shoulder's curve", {3, 0.5}, false},
+        {"within the shoulder's curve", {6, 0.5}, true},
+        {"beside the body", {11.9, 150}, false},
+        {"the body's left side", {12.1, 150}, true},
+        {"the lower corner curves inward: most of its square is inside", {20, 292}, true},
+        {"beyond the lower corner", {16, 296}, false},
+        {"just above the lower edge", {240, 299.9}, true},
+        {"below the lower edge", {240, 300}, false},
+    };
+    const NotchShape shape(480, 300);
+    for (const auto& [name, point, inside] : rows) {
+        EXPECT_EQ(shape.contains(point), inside) << name;
+        EXPECT_EQ(shape.contains({480 - point.x, point.y}), inside) << name << ", mirrored";
+    }
+}
+
+TEST(NotchShape, isOnePieceWithoutNeckAtEverySize)
+{
+    for (double height = 32; height <= 100; height += 0.5) {
+        const double width = std::min(480.0, 236 + (height - 32));
+        const NotchShape shape(width, height);
+        double above = width;
+        for (double y = 0.25; y < height; y += 0.5) {
+            const auto spans = shape.spansAt(y);
+            ASSERT_EQ(spans.size(), 1U) << height << " high, at " << y;
+            const double here = spans[0].right - spans[0].left;
+            ASSERT_LE(here, above + 1e-9) << height << " high, at " << y;
+            ASSERT_GT(here, 0);
+            above = here;
+        }
+    }
+}
+
+TEST(PixelsInside, areThoseWhoseCentreIsInTheShape)
+{
+    constexpr int columns = 2 * 480;
+    constexpr int rows = 2 * 100;
+    constexpr double offset = 120.01; // No pixel's centre lies exactly on an edge.
+    for (const double scale : {1.0, 1.5, 2.0}) {
+        const NotchShape shape(240, 61.5);
+        std::vector<int> covered(columns * rows);
+        for (const auto& p : pixelsInside(shape, offset, scale)) {
+            for (int y = p.y; y < p.y + p.height; ++y) {
+                for (int x = p.x; x < p.x + p.width; ++x)
+                    ++covered.at(static_cast<std::size_t>(y * columns + x));
+            }
+        }
+        for (int y = 0; y < rows; ++y) {
+            for (int x = 0; x < columns; ++x) {
+                const Point centre{(x + 0.5) / scale - offset, (y + 0.5) / scale};
+                ASSERT_EQ(covered[static_cast<std::size_t>(y * columns + x)],
+                    shape.contains(centre) ? 1 : 0)
+                    << x << ' ' << y << " at scale " << scale;
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace notch
