@@ -27,6 +27,7 @@ public:
             {"card appears", &Walk::cardAppears},
             {"hook asks twice", &Walk::hookAsksTwice},
             {"hook goes", &Walk::hookGoes},
+            {"hook goes", &Walk::hookGoes},
             {"wait", &Walk::wait},
             {"wait", &Walk::wait},
             {"wait", &Walk::wait},
@@ -118,8 +119,9 @@ private:
     }
     void hookGoes()
     {
-        if (!known_.empty())
-            outside.remove(known_[below(known_.size())].id);
+        const auto& candidates = below(4) == 0 ? known_ : interaction().requests();
+        if (!candidates.empty())
+            outside.remove(std::string(candidates[below(candidates.size())].id));
     }
     void wait()
     {

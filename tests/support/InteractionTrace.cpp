@@ -58,6 +58,7 @@ std::string stateText(const NotchInteraction& state, Date start)
     std::string text = state.expanded() ? "open" : "closed";
     for (const auto& request : state.requests())
         text += request.id == state.currentID() ? " [" + request.id + ']' : ' ' + request.id;
+    text += state.selectedID() == state.currentID() ? "" : " selected otherwise";
     text += readyText(state.readyAt(), start);
     text += state.pointerInside() ? " inside" : "";
     text += state.hoverBlockedUntilExit() ? " blocked" : "";
