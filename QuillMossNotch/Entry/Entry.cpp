@@ -4,6 +4,7 @@
 #include "Entry/Entry.h"
 
 #include "Bridge/HookClient.h"
+#include "Entry/Configure.h"
 #include "Entry/Terminal.h"
 #include "Entry/WindowModuleLoader.h"
 
@@ -43,15 +44,6 @@ int configureCompletion(const Arguments& arguments)
         || (list[1] != "--apply" && list[1] != "--remove"))
         return complain("Usage: --configure-completion --apply|--remove\n");
     return complain("--configure-completion is not available yet.\n");
-}
-
-int configure(const Arguments& arguments)
-{
-    const auto edition = arguments.behind("--configure");
-    if (edition != "quillmoss" && edition != "quillmossAI")
-        return complain("Usage: QuillMossNotch --configure quillmoss|quillmossAI "
-                        "[--apply|--remove]\n");
-    return complain("--configure is not available yet.\n");
 }
 
 int renderCompletionPreview(const Arguments& arguments)

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "support/PrivateAccount.h"
+
+#include "support/TemporaryDirectory.h"
+
+#include <fstream>
+#include <unistd.h>
+
+namespace notch {
+
+bool canWrapAccount()
+{
+    return ::access(NSS_WRAPPER_PATH, R_OK) == 0;
+}
+
+ChildProcess::Ending runProgramAtHome(
+    const std::string& home, const std::string& path, const std::vector<std::string>& arguments)
+{
+    const TemporaryDirectory accounts;
+    std::ofstream(accounts / "passwd") << "user:x:" << ::getuid() << ":0::" << home << ":/bin/sh\n";
+    std::ofstream(accounts / "group") << "group:x:0:\n";
+    std::vector<std::string> command{
+        "HOME=" + accounts.path(),
+        "NSS_WRAPPER_PASSWD=" + (accounts / "passwd"),
+        "NSS_WRAPPER_GROUP=" + (accounts / "group"),
+        "LD_PRELOAD=" NSS_WRAPPER_PATH,
+        // The wrapper then stands before the sanitizer's runtime, which is all right.
+        "ASAN_OPTIONS=verify_asan_link_order=0",
+        path,
+    };
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return runProgram("/usr/bin/env", command);
+}
+
+} // namespace notch
