@@ -88,7 +88,8 @@ ApprovalContent::ApprovalContent(const ApprovalRequest& request)
     title = visibleText(presentation.title, Lines::one);
     command = visibleText(presentation.primaryText, Lines::many);
     if (presentation.description)
-        description = "原请求说明：" + visibleText(*presentation.description, Lines::many);
+        description =
+            std::string(descriptionLeadIn) + visibleText(*presentation.description, Lines::many);
     if (presentation.hasAdditionalParameters)
         detailsChip = "含附加参数";
     if (isNative)

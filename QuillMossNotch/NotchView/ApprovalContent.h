@@ -20,7 +20,7 @@ struct ApprovalContent {
     bool isNative = false; // A card in the host's own window.
     std::string_view banner; // Empty: none.
     std::string title;
-    std::string description; // With its lead-in; empty: none.
+    std::string description; // Begins with descriptionLeadIn; empty: none.
     Symbol originSymbol = Symbol::none;
     std::string origin;
     std::string source;
@@ -38,6 +38,7 @@ struct ApprovalContent {
     bool operator==(const ApprovalContent&) const = default;
 };
 
+inline constexpr std::string_view descriptionLeadIn = "原请求说明：";
 inline constexpr std::string_view onlyThisText = "只允许这一项";
 inline constexpr std::string_view toHostText = "去 QuillMoss 处理 ↗";
 

@@ -57,9 +57,10 @@ ApprovalSection::ApprovalSection(AppModel& model, const Clock& clock, QWidget* p
     column->addLayout(buildTitle());
     column->addLayout(buildOrigin());
     column->addWidget(description_);
-    column->addLayout(buildDetailsBar());
+    column->addLayout(buildDetailsHeader());
     column->addWidget(command_);
     column->addWidget(parameters_);
+    column->addLayout(buildDetailsBar());
     column->addWidget(decision_);
     column->addWidget(switcher_);
 }
@@ -84,9 +85,22 @@ QLayout* ApprovalSection::buildOrigin()
     return column;
 }
 
+QLayout* ApprovalSection::buildDetailsHeader()
+{
+    detailsHeader_->setObjectName(QStringLiteral("details-header"));
+    detailsHeader_->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
+    detailsChip_->setObjectName(QStringLiteral("details-chip"));
+    detailsChip_->setChip();
+    auto* const row = new QHBoxLayout;
+    row->setSpacing(6);
+    row->addWidget(detailsHeader_);
+    row->addWidget(detailsChip_);
+    row->addStretch(1);
+    return row;
+}
+
 QLayout* ApprovalSection::buildDetailsBar()
 {
-    detailsChip_->setChip();
     toggle_->setCompact();
     toggle_->setObjectName(QStringLiteral("details-toggle"));
     copy_->setCompact();
@@ -96,11 +110,8 @@ QLayout* ApprovalSection::buildDetailsBar()
         [this] { model_.setShowAllParameters(!model_.state().interaction.showAllParameters); });
     connect(copy_, &QAbstractButton::clicked, this, [this] { copyClicked(); });
     auto* const row = new QHBoxLayout;
-    row->setSpacing(6);
-    row->addWidget(detailsHeader_);
-    row->addWidget(detailsChip_);
-    row->addStretch(1);
     row->addWidget(toggle_);
+    row->addStretch(1);
     row->addWidget(copy_);
     return row;
 }
@@ -128,6 +139,8 @@ void ApprovalSection::showRequest(const ApprovalRequest& request)
     source_->setContent(Symbol::none, content.source);
     setPlainToolTip(*source_, content.sourceToolTip);
     description_->setContent(content.description);
+    description_->setLeadIn(toQString(descriptionLeadIn).size(),
+        content.isNative ? style::warning : style::white(0.55));
     description_->setVisible(!content.description.empty());
     detailsHeader_->setContent(Symbol::none, content.detailsHeader);
     detailsChip_->setContent(Symbol::none, content.detailsChip);

@@ -31,6 +31,7 @@ public:
 private:
     QLayout* buildTitle();
     QLayout* buildOrigin();
+    QLayout* buildDetailsHeader();
     QLayout* buildDetailsBar();
     void showRequest(const ApprovalRequest& request);
     void showDetails(const AppModelState& state);

@@ -42,7 +42,7 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (!picture_.isNull()) {
+        if (!picture_.availableSizes().isEmpty()) {
             picture_.paint(&painter, rect());
             return;
         }

@@ -26,7 +26,6 @@ QLabel* quietLabel(QWidget* parent)
     auto* const label = new QLabel(parent);
     label->setFont(style::font(11));
     label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
     auto colours = label->palette();
     colours.setColor(QPalette::WindowText, style::white(0.5));
     label->setPalette(colours);

@@ -29,10 +29,14 @@ constexpr int lowerMargin = 18;
 // A timer that fires too early by a hair would show the same second once more.
 constexpr Seconds tickSlack{0.005};
 
+// So that fittingHeight() measures what is to be seen now and no layout remembers what was; Qt does
+// the same, but not before its event loop runs again.
 void invalidateLayouts(QWidget& root)
 {
     for (auto* const child : root.findChildren<QWidget*>())
         child->updateGeometry();
+    for (auto* const nested : root.findChildren<QLayout*>())
+        nested->invalidate();
     root.updateGeometry();
 }
 
@@ -75,6 +79,7 @@ void NotchView::build()
     compact_->setObjectName(QStringLiteral("compact"));
 
     auto* const column = new QVBoxLayout(this);
+    column->setSizeConstraint(QLayout::SetNoConstraint); // The host sets the size.
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(compact_, 0, Qt::AlignHCenter | Qt::AlignTop);

@@ -18,6 +18,9 @@ namespace notch {
 namespace {
 
 constexpr int filledPadding = 10;
+// The editor scrolls unless a little more than its text fits.
+constexpr int scrollSlack = 4;
+// Enough of a paragraph to fill the largest block that is ever shown.
 constexpr int longestBlock = 2'000;
 
 // A quiet scroll bar, and the ground under the text.
@@ -75,6 +78,16 @@ void TextBlock::setContent(const std::string& text)
     updateGeometry();
 }
 
+void TextBlock::setLeadIn(qsizetype length, const QColor& colour)
+{
+    QTextEdit::ExtraSelection leadIn;
+    leadIn.cursor = QTextCursor(document());
+    leadIn.cursor.movePosition(
+        QTextCursor::NextCharacter, QTextCursor::KeepAnchor, static_cast<int>(length));
+    leadIn.format.setForeground(colour);
+    setExtraSelections({leadIn});
+}
+
 int TextBlock::heightForWidth(int width) const
 {
     const int edges = 2 * padding_;
@@ -83,7 +96,6 @@ int TextBlock::heightForWidth(int width) const
     QTextOption option = document()->defaultTextOption();
     for (auto block = document()->begin(); block.isValid() && height < maxHeight_;
          block = block.next()) {
-        // Enough of it to fill the largest block that is ever shown.
         layout.setText(block.text().left(longestBlock));
         layout.setFont(font());
         layout.setTextOption(option);
@@ -95,7 +107,7 @@ int TextBlock::heightForWidth(int width) const
         }
         layout.endLayout();
     }
-    return std::min(maxHeight_, static_cast<int>(std::ceil(height)));
+    return std::min(maxHeight_, static_cast<int>(std::ceil(height)) + scrollSlack);
 }
 
 QSize TextBlock::sizeHint() const

@@ -20,6 +20,9 @@ public:
     // Text made by visibleText(); a text that is there already keeps its selection and position.
     void setContent(const std::string& text);
 
+    // Another colour for that many characters at the beginning.
+    void setLeadIn(qsizetype length, const QColor& colour);
+
     bool hasHeightForWidth() const override { return true; }
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;

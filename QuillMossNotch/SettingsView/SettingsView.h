@@ -8,17 +8,36 @@
 
 #include <QWidget>
 
+class QCheckBox;
+class QLabel;
+class QLayout;
+
 namespace notch {
 
-// The content of the settings window, 600 points wide: what is connected, how to connect, the
-// switches, and the way to quit. Reads the model and the preferences; writes preferences only.
+// The content of the settings window, 600 points wide: the switches, how the bridge stands, how to
+// connect, and the way to quit. Reads the model and the preferences; writes preferences only.
 class SettingsView final : public QWidget {
 public:
+    // Both are borrowed and must outlive the view.
     SettingsView(AppModel& model, Preferences& preferences, QWidget* parent = nullptr);
     ~SettingsView() override;
 
-    // Shows the model's present state; the delegate's layout pass calls it while the window is up.
+    // Shows the present state; the delegate's layout pass calls it while the window is up.
     void refresh();
+
+private:
+    QLayout* buildHeader();
+    QWidget* buildInteraction();
+    QWidget* buildConnection();
+    QLayout* buildFooter();
+    QCheckBox* buildSwitch(Preference preference, const char* text);
+
+    AppModel& model_;
+    Preferences& preferences_;
+    QCheckBox* hoverToExpand_;
+    QCheckBox* autoCollapse_;
+    QLabel* bridge_;
+    QLabel* editions_;
 };
 
 } // namespace notch

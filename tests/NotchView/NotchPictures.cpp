@@ -3,11 +3,11 @@
 
 // NotchPictures FOLDER: writes a picture of each state of the notch into the folder.
 
-#include "NotchView/NotchView.h"
+#include "NotchView/NotchPicture.h"
 #include "support/FakeOutside.h"
 
 #include <QApplication>
-#include <QPixmap>
+#include <QImage>
 
 #include <array>
 #include <cstdio>
@@ -18,11 +18,10 @@ namespace {
 constexpr double panelWidth = 480;
 constexpr double compactWidth = 236;
 
-// A model with everything outside made up, and the view of it.
+// A model with everything outside made up.
 struct Scene {
     FakeOutside outside;
     AppModel model{outside.seams()};
-    NotchView view{model, outside.preferences, outside.time};
 
     Scene()
     {
@@ -159,19 +158,9 @@ bool write(const Picture& picture, const QString& folder)
 {
     Scene scene;
     picture.show(scene);
-    scene.view.setAttribute(Qt::WA_DontShowOnScreen);
-    scene.view.show();
-    scene.view.refresh();
-    const int width = static_cast<int>(scene.model.state().panelWidth);
-    scene.view.resize(width, scene.view.fittingHeight(width));
-    QPalette black;
-    black.setColor(QPalette::Window, Qt::black);
-    scene.view.setPalette(black);
-    scene.view.setAutoFillBackground(true);
-    QApplication::processEvents();
     const auto path =
         folder + QLatin1Char('/') + QLatin1String(picture.name) + QStringLiteral(".png");
-    return scene.view.grab().save(path);
+    return pictureOfNotch(scene.model, scene.outside.preferences, scene.outside.time).save(path);
 }
 
 } // namespace
