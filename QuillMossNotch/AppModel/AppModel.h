@@ -15,10 +15,12 @@
 #include "Foundation/UUID.h"
 #include "Interaction/NotchInteraction.h"
 
+#include <cassert>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace notch {
@@ -36,8 +38,7 @@ struct AppModelState {
     // What the panel shows while an animation runs; absent: it follows interaction.expanded().
     std::optional<bool> expansionPresentation;
     std::optional<std::string> copiedRequestID; // Its text was copied a moment ago.
-    std::vector<std::string>
-        configuredProfiles; // Display names of editions with our hook installed.
+    std::vector<std::string> configuredProfiles; // Editions with our hook, by display name.
     std::optional<Date> lastHookAt; // When the last hook request was accepted.
     bool nativeAccessGranted = false;
     std::string nativeStatus = "原生安全确认尚未开启";
@@ -138,6 +139,7 @@ private:
         explicit Change(AppModel& model)
             : model_(model)
         {
+            assert(std::this_thread::get_id() == model_.thread_);
             ++model_.openChanges_;
         }
         ~Change()
@@ -191,6 +193,7 @@ private:
         };
     }
 
+    const std::thread::id thread_ = std::this_thread::get_id(); // The main thread.
     Outside outside_;
     AppModelState state_;
     AppModelState published_; // As the subscriber last saw it.
