@@ -3,6 +3,7 @@
 
 #include "HookConfiguration/HookInstaller.h"
 #include "Foundation/Json.h"
+#include "support/OwnEntries.h"
 #include "support/SettingsFile.h"
 
 #include <gtest/gtest.h>
@@ -13,28 +14,8 @@ namespace {
 
 using InterceptBash = HookInstaller::InterceptBash;
 
-constexpr const char* executable = "/a/QuillMossNotch";
+constexpr const char* executable = ownExecutable;
 constexpr const char* handEdited = "本应用的 hook 已被手动修改；为避免覆盖更改，操作已停止。";
-
-// OWN stands for the own hook of the first edition, OWN_AI of the second, OWN_MOVED for that of a
-// copy at another path, and BARE for the members of OWN, to which a row adds its own.
-std::string expanded(std::string text)
-{
-    const auto hook = [](const char* path, const char* source) {
-        return R"({"type":"command","timeout":60,"command":)"
-             + Json(HookInstaller::approvalCommand(path, source)).compact() + "}";
-    };
-    const auto own = hook(executable, "quillmoss");
-    for (const auto& [word, replacement] : {
-             std::pair{"OWN_AI", hook(executable, "quillmossAI")},
-             std::pair{"OWN_MOVED", hook("/b/N", "quillmoss")},
-             std::pair{"OWN", own},
-             std::pair{"BARE", own.substr(1, own.size() - 2)},
-         })
-        for (auto at = text.find(word); at != text.npos; at = text.find(word))
-            text.replace(at, std::string_view(word).size(), replacement);
-    return text;
-}
 
 struct Row {
     const char* name;
@@ -87,16 +68,17 @@ TEST(HookInstaller, changesItsOwnEntriesOnly)
 {
     const HookInstaller installer;
     for (const auto& row : changes) {
-        const SettingsFile settings(expanded(row.before));
+        const SettingsFile settings(withOwnEntries(row.before));
         const auto backup =
             installer.install(settings.url(), executable, "quillmoss", InterceptBash::no);
-        EXPECT_EQ(SettingsFile::textOf(backup), expanded(row.before)) << row.name;
-        EXPECT_EQ(settings.text(), Json::parse(expanded(row.installed))->pretty() + "\n")
+        EXPECT_EQ(SettingsFile::textOf(backup), withOwnEntries(row.before)) << row.name;
+        EXPECT_EQ(settings.text(), Json::parse(withOwnEntries(row.installed))->pretty() + "\n")
             << row.name;
 
-        settings.write(expanded(row.before));
+        settings.write(withOwnEntries(row.before));
         installer.uninstall(settings.url());
-        EXPECT_EQ(Json::parse(settings.text()), Json::parse(expanded(row.removed))) << row.name;
+        EXPECT_EQ(Json::parse(settings.text()), Json::parse(withOwnEntries(row.removed)))
+            << row.name;
         EXPECT_EQ(settings.backups().size(), 2U) << row.name;
         EXPECT_EQ(settings.leftovers(), std::vector<std::string>{"settings.json"}) << row.name;
     }
@@ -118,7 +100,7 @@ TEST(HookInstaller, stopsAtAnOwnEntryEditedByHand)
              Edited{"of every command, other matcher",
                  R"({"PreToolUse":[{"hooks":[OWN],"matcher":"Write"}]})"},
          }) {
-        const auto text = expanded(std::string(R"({"hooks":)") + row.text + "}");
+        const auto text = withOwnEntries(std::string(R"({"hooks":)") + row.text + "}");
         const SettingsFile settings(text);
         EXPECT_EQ(failureOf([&] {
             HookInstaller().install(settings.url(), executable, "quillmoss", InterceptBash::no);
@@ -212,7 +194,7 @@ TEST(HookInstaller, writesAMissingFileWithItsDirectory)
 TEST(HookInstaller, writesNothingWhenNothingChanges)
 {
     // A layout that this system does not write shows whether it wrote.
-    const auto text = expanded(R"({"hooks":{"PermissionRequest":[ {"hooks":[OWN]} ]}})");
+    const auto text = withOwnEntries(R"({"hooks":{"PermissionRequest":[ {"hooks":[OWN]} ]}})");
     const SettingsFile settings(text);
     HookInstaller().install(settings.url(), executable, "quillmoss", InterceptBash::no);
     EXPECT_EQ(settings.text(), text);
@@ -247,7 +229,7 @@ TEST(HookInstaller, previewsWithoutShowingOrTouchingTheFile)
               "仅接入 PermissionRequest，正常命令不弹窗；移除本应用旧版 PreToolUse 逐命令拦截。"
               "原生安全弹窗未必发送该事件，不以拦截全部命令作为替代。\n"
               "以下仅显示本应用拟添加的 hook，不显示现有设置或密钥：\n"
-            + Json::parse(expanded(R"({"hooks":{"PermissionRequest":[{"hooks":[OWN]}]}})"))
+            + Json::parse(withOwnEntries(R"({"hooks":{"PermissionRequest":[{"hooks":[OWN]}]}})"))
                   ->pretty()
             + "\n");
     EXPECT_TRUE(settings.backups().empty());
