@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Native/Accessibility.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace notch {
+
+ScreenRect ScreenRect::grownBy(double points) const
+{
+    return {x - points, y - points, width + 2 * points, height + 2 * points};
+}
+
+bool ScreenRect::contains(const ScreenRect& other) const
+{
+    return minX() <= other.minX() && minY() <= other.minY() && maxX() >= other.maxX()
+        && maxY() >= other.maxY();
+}
+
+bool isUsableFrame(const ScreenRect& rect)
+{
+    const std::array numbers{rect.x, rect.y, rect.width, rect.height, rect.maxX(), rect.maxY()};
+    const bool finite = std::ranges::all_of(numbers, [](double n) { return std::isfinite(n); });
+    return finite && rect.width > 0 && rect.height > 0;
+}
+
+} // namespace notch

@@ -1,0 +1,262 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Oracle.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <set>
+
+namespace notch::oracle {
+namespace {
+
+using Node = NativeApprovalNode;
+
+const std::vector<std::string> labels{"上一题", "下一题", "全部跳过"};
+
+bool unsafe(const std::string& text, const std::string& allowedControls)
+{
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if ((byte < 0x20 && allowedControls.find(c) == text.npos) || byte == 0x7F)
+            return true;
+    }
+    for (const auto* bad :
+        {"\u0085", "\u00AD", "\u200B", "\u200D", "\u202E", "\uFEFF", "\u2028", "\u2029"}) {
+        if (text.find(bad) != text.npos)
+            return true;
+    }
+    return false;
+}
+
+// Empty if there is none.
+std::string single(const Node& node)
+{
+    const auto texts = distinct(node.texts);
+    return texts.size() == 1 && !unsafe(texts[0], "\n\r") ? texts[0] : "";
+}
+
+// 0 if it is none.
+int page(const std::string& text, int maximum)
+{
+    if (text.empty() || text.size() > 3 || text[0] == '0'
+        || text.find_first_not_of("0123456789") != text.npos)
+        return 0;
+    return std::stoi(text) <= maximum ? std::stoi(text) : 0;
+}
+
+std::vector<std::string> split(std::string_view text)
+{
+    std::vector<std::string> parts(1);
+    while (!text.empty()) {
+        const auto blank = blankAt(text);
+        if (blank && !parts.back().empty())
+            parts.emplace_back();
+        else if (!blank)
+            parts.back() += text[0];
+        text.remove_prefix(blank ? blank : 1);
+    }
+    if (parts.back().empty())
+        parts.pop_back();
+    return parts;
+}
+
+bool acceptable(const std::string& text, std::size_t limit, const std::string& allowedControls)
+{
+    auto lower = trim(text);
+    std::ranges::transform(lower, lower.begin(),
+        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    const std::set<std::string> rejected{"上一题", "下一题", "全部跳过", "/", "发送", "send",
+        "其他补充…", "其他补充...", "其他（输入你的答案）", "标题", "问题标题", "占位标题",
+        "placeholder", "question title", "title", "loading", "加载中"};
+    for (const auto* part : {"…", "...", "⋯", "{{", "}}", "${", "<placeholder>"}) {
+        if (text.find(part) != text.npos)
+            return false;
+    }
+    return text.size() <= limit && !unsafe(text, allowedControls) && !lower.empty()
+        && std::ranges::count(text, '\n') < 16 && !rejected.contains(lower)
+        && lower.find_first_not_of("0123456789\u0661\u0662") != lower.npos; // Arabic 1, 2
+}
+
+bool leaf(const Node& node, const char* role)
+{
+    return node.role == role && node.visible && node.children.empty() && usable(node.frame);
+}
+
+bool image(const Node& node)
+{
+    return leaf(node, "AXImage") && distinct(node.texts).empty();
+}
+
+bool text(const Node& node)
+{
+    return leaf(node, "AXStaticText") && node.enabled;
+}
+
+bool navigation(const Node& node, const std::string& label)
+{
+    return node.role == "AXButton" && single(node) == label && node.visible && usable(node.frame)
+        && node.children.size() == 1 && image(node.children[0])
+        && contains(*node.frame, *node.children[0].frame);
+}
+
+bool option(const Node& row, int number)
+{
+    if (!row.visible || !usable(row.frame) || row.children.size() != 3)
+        return false;
+    const auto &n = row.children[0], &l = row.children[1], &i = row.children[2];
+    if (!text(n) || page(single(n), 20) != number || !text(l) || !acceptable(single(l), 1024, "")
+        || !acceptable(single(row), 1100, "\n\r")
+        || split(single(row)) != split(single(n) + " " + single(l)) || !image(i))
+        return false;
+    for (const auto& part : row.children) {
+        if (!contains(*row.frame, *part.frame)
+            || std::abs(part.frame->midY() - row.frame->midY()) > 2)
+            return false;
+    }
+    const auto &R = *row.frame, &N = *n.frame, &L = *l.frame, &I = *i.frame;
+    return N.maxX() <= L.x && L.maxX() <= I.x && L.x - N.maxX() <= R.height && N.x - R.x <= R.height
+        && R.maxX() - I.maxX() <= R.height;
+}
+
+bool marker(const Node& node)
+{
+    for (const auto& text : node.texts) {
+        const auto parts = split(text);
+        if ((node.role == "AXStaticText" && page(text, 20))
+            || (parts.size() >= 2 && page(parts[0], 20)))
+            return true;
+    }
+    return std::ranges::any_of(node.children, marker);
+}
+
+bool near(double a, double b)
+{
+    return std::abs(a - b) <= 2;
+}
+
+bool geometry(const std::vector<ScreenRect>& header, const std::vector<ScreenRect>& rows)
+{
+    const auto &T = header[0], &P = header[1], &S = header[6], &R = rows[0];
+    const auto H = P.height, foot = std::max(T.maxY(), S.maxY());
+    for (const auto at : {1U, 5U, 6U}) {
+        if (!near(header[at].width, H) || !near(header[at].height, H))
+            return false;
+    }
+    for (const auto at : {2U, 3U, 4U}) {
+        if (header[at].height < H / 3 || header[at].height > H || header[at].width > 2 * H)
+            return false;
+    }
+    for (std::size_t at = 1; at < 7; ++at) {
+        const auto gap = at < 6 ? header[at + 1].x - header[at].maxX() : 0;
+        if (!near(header[at].midY(), P.midY()) || gap < -1 || gap > H)
+            return false;
+    }
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        const auto gap = at ? rows[at].y - rows[at - 1].maxY() : 0;
+        if (!near(rows[at].x, R.x) || !near(rows[at].width, R.width)
+            || !near(rows[at].height, R.height) || gap < 0 || gap > H)
+            return false;
+    }
+    return H >= 12 && H <= 64 && std::abs(T.y - P.y) <= H / 2 && T.height <= 16 * H
+        && T.maxX() <= P.x + 1 && P.x - T.maxX() <= 2 * H && R.height >= H && R.height <= 3 * H
+        && R.width >= 6 * H && R.x <= T.x && T.x - R.x <= R.height && T.maxX() <= R.maxX()
+        && R.x <= P.x && S.maxX() <= R.maxX() && foot <= R.y && R.y - foot <= 2 * H;
+}
+
+std::optional<NativeQuestionMatch> card(const Node& group, std::size_t skipAt, const Node& window)
+{
+    const auto* h = &group.children[skipAt - 6];
+    const auto current = page(single(h[2]), 100), total = page(single(h[4]), 100);
+    if (!text(h[0]) || !acceptable(single(h[0]), 4096, "\n\r") || !navigation(h[1], "上一题")
+        || !text(h[2]) || !current || !text(h[3]) || single(h[3]) != "/" || !text(h[4])
+        || total < current || !navigation(h[5], "下一题") || !navigation(h[6], "全部跳过")
+        || !h[6].enabled || h[1].enabled != (current >= 2) || h[5].enabled != (current < total))
+        return std::nullopt;
+    std::vector<ScreenRect> header, rows;
+    auto at = skipAt + 1;
+    for (; at < group.children.size(); ++at) {
+        const auto& row = group.children[at];
+        const auto& parts = row.children;
+        if (row.role != "AXButton" || parts.empty() || parts[0].role != "AXStaticText")
+            break;
+        const bool shaped =
+            parts.size() == 3 && parts[1].role == "AXStaticText" && parts[2].role == "AXImage";
+        if (!shaped
+            && std::ranges::none_of(parts[0].texts, [](const auto& t) { return page(t, 20) > 0; }))
+            break;
+        if (rows.size() == 20 || !option(row, static_cast<int>(rows.size()) + 1) || !row.enabled)
+            return std::nullopt;
+        rows.push_back(*row.frame);
+    }
+    if (rows.empty())
+        return std::nullopt;
+    for (; at < group.children.size(); ++at) {
+        if (marker(group.children[at]))
+            return std::nullopt;
+    }
+    NativeQuestionMatch match{.windowID = window.id, .containerID = group.id, .anchorID = h[6].id};
+    for (std::size_t i = 0; i < 7; ++i) {
+        header.push_back(*h[i].frame);
+        match.contextNodeIDs.push_back(h[i].id);
+        for (const auto& child : h[i].children)
+            match.contextNodeIDs.push_back(child.id);
+    }
+    for (const auto* frames : {&header, &rows}) {
+        for (const auto& frame : *frames) {
+            if (!contains(*group.frame, frame))
+                return std::nullopt;
+        }
+    }
+    if (!geometry(header, rows))
+        return std::nullopt;
+    match.title = single(h[0]);
+    match.currentPage = current;
+    match.totalPages = total;
+    return match;
+}
+
+void scan(const Node& node, const Node& window, std::vector<NativeQuestionMatch>& matches)
+{
+    if ((node.role == "AXWindow" && &node != &window) || !node.visible || !node.enabled
+        || (node.frame && !usable(node.frame)))
+        return;
+    const auto& children = node.children;
+    if (node.role == "AXGroup" && usable(node.frame) && contains(*window.frame, *node.frame)) {
+        for (std::size_t at = 6; at + 1 < children.size(); ++at) {
+            if (children[at].role != "AXButton" || single(children[at]) != "全部跳过")
+                continue;
+            if (auto match = card(node, at, window))
+                matches.push_back(*match);
+        }
+    }
+    for (const auto& child : children)
+        scan(child, window, matches);
+}
+
+} // namespace
+
+std::optional<NativeQuestionMatch> question(const std::vector<NativeApprovalNode>& roots)
+{
+    std::set<std::string> ids;
+    std::vector<NativeQuestionMatch> matches;
+    std::vector<int> counts(labels.size());
+    for (const auto& root : roots) {
+        Nodes all;
+        flatten(root, all);
+        for (const auto* node : all) {
+            if (node->id.empty() || !ids.insert(node->id).second)
+                return std::nullopt;
+            for (std::size_t at = 0; at < labels.size(); ++at)
+                counts[at] += node->role == "AXButton"
+                           && std::ranges::find(node->texts, labels[at]) != node->texts.end();
+        }
+        if (root.role == "AXWindow" && usable(root.frame))
+            scan(root, root, matches);
+    }
+    const bool once = std::ranges::all_of(counts, [](int count) { return count == 1; });
+    return once && matches.size() == 1 ? std::optional(matches[0]) : std::nullopt;
+}
+
+} // namespace notch::oracle
