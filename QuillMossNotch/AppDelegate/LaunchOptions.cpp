@@ -7,13 +7,12 @@
 
 namespace notch {
 
-LaunchOptions LaunchOptions::parse(std::span<const std::string_view> arguments)
+LaunchOptions LaunchOptions::parse(std::span<const std::string> arguments)
 {
     const auto has = [&](std::string_view flag) {
         return std::find(arguments.begin(), arguments.end(), flag) != arguments.end();
     };
     return {
-        .renderPreview = has("--render-preview"),
         .enableNativeApprovals = has("--enable-native-approvals"),
         .enableCompletionReminders = has("--enable-completion-reminders"),
         .demo = has("--demo"),

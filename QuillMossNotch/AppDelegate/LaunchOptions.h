@@ -6,20 +6,19 @@
 #include "AppModel/Preferences.h"
 
 #include <span>
-#include <string_view>
+#include <string>
 
 namespace notch {
 
 // What the command line asks of a resident start. Whatever else it holds is ignored.
 struct LaunchOptions {
-    bool renderPreview = false; // A picture of the notch, and nothing else.
     bool enableNativeApprovals = false;
     bool enableCompletionReminders = false;
     bool demo = false;
 
     bool operator==(const LaunchOptions&) const = default;
 
-    static LaunchOptions parse(std::span<const std::string_view> arguments);
+    static LaunchOptions parse(std::span<const std::string> arguments);
     // Switches on what was asked for; never off.
     void storeIn(Preferences& preferences) const;
 };

@@ -3,9 +3,9 @@
 
 #include "Platform/Workspace/ClientWindows.h"
 
+#include "Platform/Display/X11.h"
+
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <string_view>
 #include <strings.h>
 #include <vector>
@@ -17,10 +17,6 @@ namespace notch {
 namespace {
 
 using Window = ClientWindows::Window;
-
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
 
 // The atoms' names and screens of one connection.
 class Ewmh {
@@ -64,7 +60,7 @@ std::string classOf(xcb_connection_t* connection, Window window)
     constexpr std::uint32_t longest = 256; // In units of 4 bytes.
     const auto asked =
         xcb_get_property(connection, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, longest);
-    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+    const x11::Reply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection, asked, nullptr));
     if (!reply)
         return {}; // The window went away meanwhile.

@@ -1,0 +1,267 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "AppDelegate/AppDelegate.h"
+
+#include "AppDelegate/QuitAlert.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QSessionManager>
+
+namespace notch {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString description = u"QuillMoss 刘海审批"_s;
+
+InputRules::Event systemWideEvent(PointerMonitor::Event event)
+{
+    const bool press =
+        event == PointerMonitor::Event::leftDown || event == PointerMonitor::Event::rightDown;
+    return press ? InputRules::Event::pressElsewhere : InputRules::Event::other;
+}
+
+} // namespace
+
+struct AppDelegate::MenuEntry {
+    QStringView title; // Empty: a separator.
+    void (AppDelegate::*chosen)();
+};
+
+const AppDelegate::MenuEntry AppDelegate::menu[] = {
+    {u"展开刘海", &AppDelegate::expand},
+    {u"接入设置…", &AppDelegate::openSettings},
+    {u"演示普通审批（不执行命令）", &AppDelegate::demo},
+    {u"演示原生删除确认（不执行删除）", &AppDelegate::demoNative},
+    {},
+    {u"打开 QuillMoss", &AppDelegate::openQuillMoss},
+    {},
+    {u"退出 QuillMoss Notch", &AppDelegate::quit},
+};
+
+AppDelegate::AppDelegate(const AppModel::Outside& outside, LaunchOptions options)
+    : outside_(outside)
+    , options_(options)
+    , model_(outside)
+    , quitFlow_(model_, *this)
+    , settingsWindow_(model_, outside.preferences)
+{
+}
+
+AppDelegate::~AppDelegate() = default;
+
+// The order is a promise. What can receive a request starts last, when the notch can show it, every
+// way to answer or leave it is watched, and the switches say what the person asked for; and the
+// panel is shown only once it has its place.
+void AppDelegate::launch()
+{
+    buildStatusItem();
+    buildNotch();
+    connectModel();
+    startMonitors();
+    watchForTermination();
+    options_.storeIn(outside_.preferences);
+    startModel();
+    showNotch();
+}
+
+// In the model's own order: turn ends, then the approval server, so that no hook is answered by the
+// end of this process, then the native monitor.
+void AppDelegate::willTerminate()
+{
+    model_.stop();
+    if (notch_)
+        notch_->stop();
+    signals_.reset();
+    pointerMonitor_.reset();
+    QCoreApplication::instance()->removeEventFilter(this);
+}
+
+void AppDelegate::buildStatusItem()
+{
+    statusItem_.emplace(QIcon(u":/notch/MenuBarTemplate.png"_s), description);
+    for (const auto& [title, chosen] : menu) {
+        if (chosen)
+            statusItem_->add(title.toString(), [this, chosen = chosen] { (this->*chosen)(); });
+        else
+            statusItem_->addSeparator();
+    }
+    statusItem_->show();
+}
+
+void AppDelegate::buildNotch()
+{
+    model_.setExpansionPresentation(model_.state().interaction.expanded());
+    notch_.emplace(model_, outside_,
+        NotchStage::Requests{
+            .scheduleLayout = [this] { scheduleLayout(); },
+            .layOut = [this] { layOut(); },
+        });
+}
+
+void AppDelegate::connectModel()
+{
+    model_.showSettings = [this] { openSettings(); };
+    model_.onQuitRequested = [this] { quit(); };
+    model_.subscribe([this] { scheduleLayout(); });
+}
+
+void AppDelegate::startMonitors()
+{
+    rules_.emplace(model_, notch_->panel(), [this] { notch_->refreshHit(); });
+    QCoreApplication::instance()->installEventFilter(this);
+    pointerMonitor_.emplace(
+        [this](PointerMonitor::Event event) { rules_->systemWide(systemWideEvent(event)); });
+}
+
+void AppDelegate::watchForTermination()
+{
+    QGuiApplication::setQuitOnLastWindowClosed(false); // The settings are only a window.
+    connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::commitSession,
+        Qt::DirectConnection);
+    signals_.emplace([this] { quitFlow_.signalled(outside_.clock.uptime()); });
+}
+
+void AppDelegate::startModel()
+{
+    model_.start();
+    if (options_.enableNativeApprovals && !model_.state().nativeAccessGranted) {
+        openSettings();
+        model_.requestNativeAccess(AppModel::NativeAccess::enableAndAsk);
+    }
+    if (options_.demo)
+        model_.showDemo(Demo::hook);
+}
+
+void AppDelegate::showNotch()
+{
+    layOut();
+    notch_->orderFront();
+}
+
+void AppDelegate::expand()
+{
+    model_.expand();
+    orderPanelFront();
+}
+
+void AppDelegate::openSettings()
+{
+    settingsWindow_.show();
+}
+
+void AppDelegate::demo()
+{
+    model_.showDemo(Demo::hook);
+    orderPanelFront();
+}
+
+void AppDelegate::demoNative()
+{
+    model_.showDemo(Demo::native);
+    orderPanelFront();
+}
+
+void AppDelegate::openQuillMoss()
+{
+    model_.openHost(std::nullopt);
+}
+
+void AppDelegate::quit()
+{
+    quitFlow_.quit();
+}
+
+void AppDelegate::scheduleLayout()
+{
+    if (layoutScheduled_)
+        return;
+    layoutScheduled_ = true;
+    outside_.mainQueue.post([this] {
+        layoutScheduled_ = false;
+        layOut();
+    });
+}
+
+void AppDelegate::layOut()
+{
+    if (!notch_)
+        return;
+    notch_->layOut();
+    settingsWindow_.refresh();
+    updateToolTip();
+}
+
+void AppDelegate::updateToolTip()
+{
+    const auto count = model_.state().interaction.requests().size();
+    statusItem_->setToolTip(
+        count == 0 ? description + u" · 待命"_s : QString::number(count) + u" 条请求等待确认"_s);
+}
+
+// Nothing for what is not looked at. An event comes to its native window first and is then handed
+// on to the widgets in it: only the first counts.
+std::optional<InputRules::Event> AppDelegate::monitored(
+    const QObject& receiver, const QEvent& event) const
+{
+    using Event = InputRules::Event;
+    if (!receiver.isWindowType())
+        return std::nullopt;
+    if (event.type() == QEvent::MouseMove)
+        return Event::other;
+    if (event.type() == QEvent::KeyPress)
+        return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape ? Event::escapeKey
+                                                                            : Event::other;
+    if (event.type() != QEvent::MouseButtonPress)
+        return std::nullopt;
+    const auto button = static_cast<const QMouseEvent&>(event).button();
+    if (button != Qt::LeftButton && button != Qt::RightButton)
+        return std::nullopt;
+    return &receiver == notch_->panel().windowHandle() ? Event::pressInPanel
+                                                       : Event::pressElsewhere;
+}
+
+bool AppDelegate::eventFilter(QObject* receiver, QEvent* event)
+{
+    const auto seen = monitored(*receiver, *event);
+    return seen && rules_->inApplication(*seen) == InputRules::Handling::swallow;
+}
+
+// The session's manager asks everybody before it ends the session.
+void AppDelegate::commitSession(QSessionManager& session)
+{
+    if (!quitFlow_.shouldTerminate())
+        session.cancel();
+}
+
+bool AppDelegate::panelIsOnScreen() const
+{
+    return notch_ && notch_->panel().isOnScreen();
+}
+
+void AppDelegate::orderPanelFront()
+{
+    notch_->orderFront();
+}
+
+void AppDelegate::orderPanelOut()
+{
+    notch_->orderOut();
+}
+
+void AppDelegate::ask(const QuitQuestion& question, std::function<void(Answer)> answered)
+{
+    showQuitAlert(question, std::move(answered));
+}
+
+void AppDelegate::terminate()
+{
+    QCoreApplication::exit();
+}
+
+} // namespace notch

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "AppDelegate/NotchStage.h"
+
+#include "NotchViewport/NotchViewport.h"
+#include "Platform/Display/ReducedMotion.h"
+
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace notch {
+
+namespace {
+
+NotchView& addView(NotchPanel& panel, AppModel& model, const AppModel::Outside& outside)
+{
+    auto owned = std::make_unique<NotchView>(model, outside.preferences, outside.clock);
+    NotchView& view = *owned;
+    panel.setContentView(std::make_unique<NotchViewport>(std::move(owned), [&view](double width) {
+        view.refresh();
+        return view.fittingHeight(static_cast<int>(std::lround(width)));
+    }));
+    return view;
+}
+
+} // namespace
+
+NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests)
+    : view_(addView(panel_, model, outside))
+    , animator_(panel_, outside.clock, outside.mainQueue)
+    , hitRefresh_(model, panel_, animator_)
+    , screens_(std::move(requests.layOut))
+    , layoutPass_({
+          .model = model,
+          .panel = panel_,
+          .animator = animator_,
+          .screens = [this] { return screens_.records(); },
+          .reduceMotion = reduceMotion,
+          .scheduleAnother = std::move(requests.scheduleLayout),
+          .refreshHit = [this] { refreshHit(); },
+      })
+{
+    animator_.frameDidChange = [this] { refreshHit(); };
+}
+
+void NotchStage::layOut()
+{
+    view_.setReducesMotion(reduceMotion());
+    layoutPass_.run();
+}
+
+void NotchStage::orderFront()
+{
+    panel_.orderFront();
+    refreshHit();
+}
+
+void NotchStage::orderOut()
+{
+    panel_.orderOut();
+    refreshHit();
+}
+
+} // namespace notch

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "AppModel/AppModel.h"
+#include "NotchPanel/HitRefresh.h"
+#include "NotchPanel/LayoutPass.h"
+#include "NotchPanel/NotchPanel.h"
+#include "NotchPanel/VerticalRevealAnimator.h"
+#include "NotchView/NotchView.h"
+#include "Platform/Display/Screens.h"
+
+#include <functional>
+
+namespace notch {
+
+// The notch on the screen: the panel with its content, and what places and moves it. Main thread.
+class NotchStage {
+public:
+    // What the stage asks of its owner.
+    struct Requests {
+        std::function<void()> scheduleLayout; // Coalesced, later.
+        std::function<void()> layOut; // At once: the screens have changed.
+    };
+
+    // `outside` holds borrowed things, which must outlive the stage, and so must the model.
+    NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests);
+
+    NotchPanel& panel() { return panel_; }
+    const NotchPanel& panel() const { return panel_; }
+    // One pass; it may ask for another one.
+    void layOut();
+    void refreshHit() { hitRefresh_.run(); }
+    // Both find out anew what the pointer is on.
+    void orderFront();
+    void orderOut();
+    // Ends a running animation where it is.
+    void stop() { animator_.stop(); }
+
+private:
+    NotchPanel panel_;
+    NotchView& view_; // The panel's content.
+    VerticalRevealAnimator animator_;
+    HitRefresh hitRefresh_;
+    Screens screens_;
+    LayoutPass layoutPass_;
+};
+
+} // namespace notch

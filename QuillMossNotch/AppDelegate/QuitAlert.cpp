@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "AppDelegate/QuitAlert.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
+
+namespace notch {
+
+void showQuitAlert(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered)
+{
+    auto* const box = new QMessageBox;
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setWindowTitle(QStringLiteral("QuillMoss Notch"));
+    box->setIcon(QMessageBox::Question);
+    box->setText(QString::fromStdString(question.message));
+    box->setInformativeText(QString::fromStdString(question.informativeText));
+    auto* const stay =
+        box->addButton(QString::fromStdString(question.stay), QMessageBox::RejectRole);
+    const auto* const leave =
+        box->addButton(QString::fromStdString(question.leave), QMessageBox::AcceptRole);
+    box->setDefaultButton(stay);
+    box->setEscapeButton(stay);
+    QObject::connect(box, &QMessageBox::finished, box, [=, answered = std::move(answered)] {
+        answered(
+            box->clickedButton() == leave ? QuitStage::Answer::leave : QuitStage::Answer::stay);
+    });
+    box->setWindowModality(Qt::ApplicationModal);
+    box->show();
+    box->raise();
+    box->activateWindow();
+}
+
+} // namespace notch

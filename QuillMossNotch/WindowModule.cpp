@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "WindowModule.h"
+
+#include "AppDelegate/AppDelegate.h"
+#include "AppDelegate/DesktopOutside.h"
+#include "AppDelegate/LaunchOptions.h"
+#include "AppDelegate/Toolkit.h"
+#include "NotchView/PreviewRender.h"
+#include "Platform/SingleInstance/SingleInstance.h"
+
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace notch {
+namespace {
+
+constexpr int success = 0;
+constexpr int failure = 1;
+
+int complain(std::string_view text)
+{
+    std::cerr << text << '\n';
+    return failure;
+}
+
+// Asked before the toolkit is: without a display that ends the process in its own way.
+bool displayIsReachable()
+{
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool reachable = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return reachable;
+}
+
+int renderPreview(const PreviewOptions& options)
+{
+    const Toolkit toolkit(Toolkit::Platform::offscreen);
+    DesktopOutside outside;
+    AppModel model(outside.seams());
+    return PreviewRender(model, outside.clock).run(options);
+}
+
+int runResident(LaunchOptions options)
+{
+    if (!displayIsReachable())
+        return complain("QuillMossNotch needs an X11 display (or XWayland), and $DISPLAY names "
+                        "none that can be opened.");
+    // Before anything is shown or started.
+    const SingleInstance instance(SingleInstance::defaultDirectory());
+    if (instance.otherRuns())
+        return success;
+    const Toolkit toolkit(Toolkit::Platform::x11);
+    DesktopOutside outside;
+    AppDelegate delegate(outside.seams(), options);
+    delegate.launch();
+    const int status = QApplication::exec();
+    delegate.willTerminate();
+    return status;
+}
+
+int launch(const std::vector<std::string>& arguments)
+{
+    if (const auto preview = PreviewOptions::parse(arguments))
+        return renderPreview(*preview);
+    return runResident(LaunchOptions::parse(arguments));
+}
+
+int run(WindowMode mode, const std::vector<std::string>& arguments)
+{
+    switch (mode) {
+    case WindowMode::resident:
+        return launch(arguments);
+    case WindowMode::renderCompletionPreview:
+        return complain("--render-completion-preview is not available yet.");
+    case WindowMode::renderQuestionPreview:
+        return complain("--render-question-preview is not available yet.");
+    case WindowMode::uiSelfTest:
+        return complain("--ui-self-test is not available yet.");
+    case WindowMode::nativeDiagnose:
+        return complain("--native-diagnose is not available yet.");
+    }
+    return failure;
+}
+
+} // namespace
+} // namespace notch
+
+int notchWindowMain(notch::WindowMode mode, int argc, char** argv)
+{
+    return notch::run(mode, {argv, argv + argc});
+}
