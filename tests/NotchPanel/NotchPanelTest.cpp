@@ -148,6 +148,31 @@ TEST_F(PanelOnDesktop, isCutHardOnlyWhileNobodyBlends)
     EXPECT_TRUE(eventually([&] { return other->visibleRegion(window) == outline; }));
 }
 
+TEST_F(PanelOnDesktop, edgesAreSmoothWhereSomebodyBlends)
+{
+    launch();
+    other->openFullScreenWindow();
+    panel->applyFrame(open, 480);
+    panel->orderFront();
+    const auto smoothPixels = [&] {
+        int count = 0;
+        for (int x = 400; x < 440; ++x) {
+            const auto colour = other->colourAt(x, 290);
+            count += colour != white && colour != black ? 1 : 0;
+        }
+        return count;
+    };
+    const auto isBlackInside = [&] { return other->colourAt(440, 290) == black; };
+    ASSERT_TRUE(eventually(isBlackInside));
+    EXPECT_EQ(smoothPixels(), 0);
+    if (!desktop->startCompositor())
+        GTEST_SKIP() << "picom is not installed";
+    EXPECT_TRUE(eventually([&] { return smoothPixels() > 0 && isBlackInside(); }));
+    EXPECT_EQ(other->colourAt(400, 290), white);
+    desktop->stopLast();
+    EXPECT_TRUE(eventually([&] { return smoothPixels() == 0 && isBlackInside(); }));
+}
+
 TEST_F(PanelOnDesktop, pointerPositionIsTheMiddleOfItsPixel)
 {
     launch("2");

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QMouseEvent>
+#include <QStringList>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -39,10 +40,16 @@ protected:
             GTEST_SKIP() << reason;
     }
 
-    void launch(const char* scale = "1", const QString& screen = QStringLiteral("1280x800x24"))
+    // Monitors as xrandr --setmonitor wants them; without any the whole desktop is one screen.
+    void launch(const char* scale = "1", const QStringList& monitors = {})
     {
         qputenv("QT_SCALE_FACTOR", scale);
-        desktop.emplace(screen);
+        desktop.emplace();
+        for (const auto& monitor : monitors) {
+            const QStringList option{QStringLiteral("--setmonitor")};
+            ASSERT_TRUE(PrivateDesktop::run(
+                QStringLiteral("xrandr"), option + monitor.split(QLatin1Char(' '))));
+        }
         other.emplace();
         while (!other->windowManagerRuns()) { }
         application.emplace(argc, argv);

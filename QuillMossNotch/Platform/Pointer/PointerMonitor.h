@@ -30,6 +30,9 @@ public:
     ~PointerMonitor() override;
     Q_DISABLE_COPY_MOVE(PointerMonitor)
 
+    // Every motion wakes this process now.
+    bool watchesMotion() const { return held_ != 0; }
+
 private:
     struct Press {
         Event event = Event::moved;

@@ -77,6 +77,14 @@ OtherProgram::Window OtherProgram::create(Area area)
     return window;
 }
 
+void OtherProgram::whitenDesktop()
+{
+    const auto white = xcb_setup_roots_iterator(xcb_get_setup(x())).data->white_pixel;
+    xcb_change_window_attributes(x(), root(), XCB_CW_BACK_PIXEL, &white);
+    xcb_clear_area(x(), 0, root(), 0, 0, 0, 0);
+    settle();
+}
+
 void OtherProgram::show(Window window)
 {
     xcb_map_window(x(), window);

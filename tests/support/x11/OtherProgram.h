@@ -41,6 +41,7 @@ public:
 
     // Somebody manages windows that are opened from now on.
     bool windowManagerRuns();
+    void whitenDesktop();
     // White, managed and shown.
     Window openWindow(Area area);
     Window openFullScreenWindow();

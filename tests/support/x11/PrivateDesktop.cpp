@@ -13,12 +13,17 @@ namespace {
 
 constexpr int patience = 20'000; // Milliseconds.
 
+bool isInstalled(const QString& program)
+{
+    return !QStandardPaths::findExecutable(program).isEmpty();
+}
+
 } // namespace
 
 std::string PrivateDesktop::missing()
 {
-    for (const char* program : {"Xvfb", "openbox"}) {
-        if (QStandardPaths::findExecutable(QString::fromLatin1(program)).isEmpty())
+    for (const char* program : {"Xvfb", "openbox", "xrandr"}) {
+        if (!isInstalled(QString::fromLatin1(program)))
             return std::string(program) + " is not installed";
     }
     return {};
@@ -56,6 +61,16 @@ void PrivateDesktop::start(const QString& program, const QStringList& arguments)
     auto& process = *processes_.emplace_back(std::make_unique<QProcess>());
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(program, arguments);
+}
+
+bool PrivateDesktop::startCompositor()
+{
+    const auto picom = QStringLiteral("picom");
+    if (!isInstalled(picom))
+        return false;
+    start(picom, {QStringLiteral("--config"), QStringLiteral("/dev/null"),
+                     QStringLiteral("--backend"), QStringLiteral("xrender")});
+    return true;
 }
 
 void PrivateDesktop::stopLast()

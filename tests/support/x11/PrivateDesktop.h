@@ -26,13 +26,16 @@ public:
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
 
-    // Runs beside the test until stopLast() or the end.
-    void start(const QString& program, const QStringList& arguments);
+    // Runs beside the test until stopLast() or the end. False: there is none to start.
+    bool startCompositor();
+    // Ends what was started last.
     void stopLast();
     // Runs to its end; true for status 0.
     static bool run(const QString& program, const QStringList& arguments);
 
 private:
+    void start(const QString& program, const QStringList& arguments);
+
     TemporaryDirectory directory_;
     std::vector<std::unique_ptr<QProcess>> processes_;
 };
