@@ -8,6 +8,7 @@
 #include "Native/PreOrderWalk.h"
 #include "Native/ReducedText.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace notch {
@@ -28,6 +29,12 @@ std::optional<std::string_view> commonLabel(const std::vector<std::string>& text
         common = label;
     }
     return common;
+}
+
+// Neither shows text nor has anything below it that could.
+bool isSilentLeaf(const NativeApprovalNode& node)
+{
+    return node.children.empty() && !node.is(role::staticText);
 }
 
 // A node on the way from a button down, and what the part of its subtree read so far shows.
@@ -57,11 +64,13 @@ std::optional<std::string_view> ButtonLabels::of(const NativeApprovalNode& butto
     if (!button.isTextless())
         return commonLabel(button.texts); // 3
     // 2
-    if (button.children.empty())
-        return std::nullopt;
-    if (!shownTexts_.contains(&button))
+    if (std::ranges::all_of(button.children, isSilentLeaf))
+        return std::nullopt; // A button of an image: most textless ones.
+    while (!ahead_.empty() && ahead_.back().button != &button)
+        ahead_.pop_back();
+    if (ahead_.empty())
         readShownTexts(button);
-    return normalizedButtonLabel(shownTexts_.at(&button));
+    return ahead_.back().label;
 }
 
 void ButtonLabels::readShownTexts(const NativeApprovalNode& button)
@@ -75,7 +84,7 @@ void ButtonLabels::readShownTexts(const NativeApprovalNode& button)
                 shown.append(text);
         }
         if (node->is(role::button) && node->isTextless())
-            shownTexts_.emplace(node, shown.text());
+            ahead_.push_back({.button = node, .label = normalizedButtonLabel(shown.text())});
         if (at > 0 && !nodes[parent].node->is(role::staticText))
             nodes[parent].shown.prepend(shown);
     }

@@ -6,9 +6,8 @@
 #include "Native/NativeApprovalNode.h"
 
 #include <optional>
-#include <string>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace notch {
 
@@ -18,15 +17,20 @@ namespace notch {
 // for its text once all the same, so that asking every button of a tree costs time linear in it.
 class ButtonLabels {
 public:
-    // The button must outlive this object.
+    // Buttons must be asked for in pre-order; some may be left out.
     std::optional<std::string_view> of(const NativeApprovalNode& button);
 
 private:
+    struct Labelled {
+        const NativeApprovalNode* button = nullptr;
+        std::optional<std::string_view> label;
+    };
+
     // Reads for the button and for every textless button inside it.
     void readShownTexts(const NativeApprovalNode& button);
 
-    // By textless button: its static text, reduced to what can matter to a label.
-    std::unordered_map<const NativeApprovalNode*, std::string> shownTexts_;
+    // The textless buttons already read that may still be asked for, the next one last.
+    std::vector<Labelled> ahead_;
 };
 
 } // namespace notch

@@ -29,7 +29,7 @@ std::optional<std::string_view> normalizedButtonLabel(std::string_view text)
 {
     static const Pattern allow(R"(^(?:1[\s.、：:]*)?允许本次删除$)");
     static const Pattern deny(R"(^(?:2[\s.、：:]*)?取消删除$)");
-    if (!holds(text, "删除"))
+    if (!holds(text, allowLabel) && !holds(text, denyLabel))
         return std::nullopt; // Neither pattern can match: nearly every button of a window.
     if (hasUnsafeScalars(text))
         return std::nullopt;

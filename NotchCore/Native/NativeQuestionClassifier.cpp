@@ -18,9 +18,9 @@ namespace {
 
 using Nodes = std::span<const NativeApprovalNode>;
 
-bool shows(const NativeApprovalNode& node, std::string_view label)
+bool shows(const NativeApprovalNode& button, std::string_view label)
 {
-    return node.is(role::button) && std::ranges::find(node.texts, label) != node.texts.end();
+    return std::ranges::find(button.texts, label) != button.texts.end();
 }
 
 // The limits of 2.1, 2.2 and the first half of 3: one button of each label in the whole scan.
@@ -31,10 +31,10 @@ bool hasOneOfEachControl(Nodes in)
     for (PreOrderWalk walk(in); const auto* node = walk.next();) {
         if (++walked > maxQuestionNodes || walk.depth() > maxQuestionDepth)
             return false;
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            if (shows(*node, navigationLabels[i]))
-                ++counts[i];
-        }
+        if (!node->is(role::button))
+            continue;
+        for (std::size_t i = 0; i < counts.size(); ++i)
+            counts[i] += shows(*node, navigationLabels[i]) ? 1 : 0;
     }
     return std::ranges::all_of(counts, [](int count) { return count == 1; });
 }
@@ -76,7 +76,8 @@ void scanWindow(const NativeApprovalNode& window, std::vector<NativeQuestionMatc
 bool hasRecognizableQuestion(Nodes in)
 {
     for (PreOrderWalk walk(in); const auto* node = walk.next();) {
-        if (std::ranges::any_of(
+        if (node->is(role::button)
+            && std::ranges::any_of(
                 navigationLabels, [&](std::string_view label) { return shows(*node, label); }))
             return true;
     }
