@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <string_view>
 
 namespace notch {
@@ -71,9 +70,10 @@ std::optional<NativeApprovalContext> cardContext(const NativeApprovalNode& candi
 
 std::optional<NativeApprovalMatch> groupedCard(const ApprovalButtons& buttons)
 {
-    const auto ancestors = buttons.commonAncestors();
-    for (const auto* candidate :
-        ancestors | std::views::reverse | std::views::take(ancestorsTried)) {
+    auto candidates = buttons.commonAncestors();
+    std::ranges::reverse(candidates);
+    candidates.resize(std::min(candidates.size(), ancestorsTried));
+    for (const auto* candidate : candidates) {
         if (!isCardGroup(*candidate))
             continue;
         const auto context = cardContext(*candidate);
