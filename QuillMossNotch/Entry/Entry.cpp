@@ -5,8 +5,12 @@
 
 #include "Bridge/HookClient.h"
 #include "Entry/Configure.h"
+#include "Entry/ConfigureCompletion.h"
 #include "Entry/Terminal.h"
 #include "Entry/WindowModuleLoader.h"
+#include "HookConfiguration/HookInstaller.h"
+#include "HookConfiguration/QuillMossProfile.h"
+#include "TurnEnd/CompletionHookClient.h"
 
 #include <algorithm>
 #include <array>
@@ -32,18 +36,23 @@ int runHook(const Arguments& arguments)
     return success;
 }
 
-int runCompletionHook(const Arguments&)
+// Only the very list that the installer writes: any other is not this system's hook.
+bool isOwnCompletionHook(const Arguments& arguments)
 {
-    return success;
+    const std::array wanted{HookInstaller::completionHookFlag, HookInstaller::sourceFlag,
+        rawValue(QuillMossProfile::quillmoss), HookInstaller::ownerFlag,
+        HookInstaller::completionOwnerMarker};
+    return std::ranges::equal(arguments.list(), wanted);
 }
 
-int configureCompletion(const Arguments& arguments)
+int runCompletionHook(const Arguments& arguments)
 {
-    const auto list = arguments.list();
-    if (list.size() != 2 || list[0] != "--configure-completion"
-        || (list[1] != "--apply" && list[1] != "--remove"))
-        return complain("Usage: --configure-completion --apply|--remove\n");
-    return complain("--configure-completion is not available yet.\n");
+    try {
+        if (isOwnCompletionHook(arguments))
+            CompletionHookClient().run();
+    } catch (...) { // Out of memory: the host's turn goes on all the same.
+    }
+    return success;
 }
 
 int renderCompletionPreview(const Arguments& arguments)

@@ -3,7 +3,7 @@
 
 #include "Bridge/ApprovalServer.h"
 #include "support/ChildProcess.h"
-#include "support/PrivateBridge.h"
+#include "support/PrivateBridgeEnvironment.h"
 
 #include <csignal>
 #include <future>
@@ -48,14 +48,6 @@ constexpr long mostKilobytes = 1024 * 1024;
 #else
 constexpr long mostKilobytes = 56 * 1024;
 #endif
-
-// The bridge directory is this program's alone from before its first thread on.
-class PrivateBridge : public testing::Environment {
-public:
-    void SetUp() override { reason = enterPrivateBridge(); }
-    static inline std::string reason;
-};
-const auto* const privateBridge = testing::AddGlobalTestEnvironment(new PrivateBridge);
 
 // A real hook process and a real server of the resident application's kind.
 class HookProcess : public testing::Test {

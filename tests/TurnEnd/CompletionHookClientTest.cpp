@@ -5,14 +5,15 @@
 
 #include "Bridge/Framing.h"
 #include "Bridge/ListeningSocket.h"
-#include "EventTrace.h"
 #include "Foundation/UUID.h"
-#include "StoppableServer.h"
 #include "TurnEnd/CompletionServer.h"
+#include "support/ChildProcess.h"
+#include "support/EventTrace.h"
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 
 #include <array>
+#include <csignal>
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
@@ -234,8 +235,9 @@ TEST_F(CompletionHookClientTest, waitsShortlyForRoomInTheBacklog)
 // A server that SIGSTOP holds still takes connections: the system does it.
 TEST_F(CompletionHookClientTest, isNotHeldByAServerThatIsStopped)
 {
-    const StoppableServer server(place.directory());
-    server.signal(SIGSTOP);
+    ChildProcess server(SHOW_TURN_ENDS, {place.directory().path()});
+    server.readLine(); // It listens by then.
+    server.kill(SIGSTOP);
     for (int i = 0; i < 20; ++i) { // Until the backlog is full, and on.
         const auto start = Uptime::now();
         client.send(startOf("stopped"));

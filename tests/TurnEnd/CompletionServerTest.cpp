@@ -4,9 +4,9 @@
 #include "TurnEnd/CompletionServer.h"
 
 #include "Bridge/PollUntil.h"
-#include "EventTrace.h"
 #include "Foundation/UUID.h"
 #include "TurnEnd/CompletionHookClient.h"
+#include "support/EventTrace.h"
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 
