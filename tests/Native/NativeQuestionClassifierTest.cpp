@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace notch {
 namespace {
 
@@ -271,18 +273,20 @@ TEST(NativeQuestionClassifier, agreesWithTheOracleOnEveryTwoChanges)
 
 std::string rows(int count)
 {
-    std::string lines;
+    std::ostringstream lines;
     for (int number = 1; number <= count; ++number) {
         const auto text = std::to_string(number);
-        const auto place = [&](int x, int down, int width, int height) {
-            return " @" + std::to_string(x) + "," + std::to_string(56 + 32 * number + down) + ","
-                 + std::to_string(width) + "," + std::to_string(height) + " ";
+        const auto at = [&](int x, int down, int width, int height) {
+            std::ostringstream place;
+            place << " @" << x << ',' << 56 + 32 * number + down << ',' << width << ',' << height;
+            return place.str();
         };
-        lines += "      Button" + place(16, 0, 560, 32) + "\"" + text + " x\"\n        StaticText"
-               + place(24, 6, 16, 20) + "\"" + text + "\"\n        StaticText"
-               + place(48, 6, 400, 20) + "\"x\"\n        Image" + place(550, 6, 16, 20) + "\n";
+        lines << "      Button" << at(16, 0, 560, 32) << " \"" << text << " x\"\n"
+              << "        StaticText" << at(24, 6, 16, 20) << " \"" << text << "\"\n"
+              << "        StaticText" << at(48, 6, 400, 20) << " \"x\"\n"
+              << "        Image" << at(550, 6, 16, 20) << '\n';
     }
-    return lines;
+    return lines.str();
 }
 
 TEST(NativeQuestionClassifier, takesOneToTwentyRows)
@@ -336,7 +340,7 @@ TEST(NativeQuestionClassifier, holdsTheWalkToItsLimits)
     for (std::size_t depth = 0; depth <= 128; ++depth)
         chain += std::string(2 * depth, ' ') + "Group\n";
     EXPECT_TRUE(withBefore(chain));
-    EXPECT_FALSE(withBefore(chain + std::string(2 * 129, ' ') + "Group\n"));
+    EXPECT_FALSE(withBefore(chain + std::string(258, ' ') + "Group\n"));
 }
 
 TEST(NativeQuestionClassifier, seesControlsThatNoCardHas)
