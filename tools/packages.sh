@@ -4,14 +4,15 @@
 run_packages=(
     g++ cmake ninja-build pkg-config
     libboost1.81-dev libicu-dev
-    qt6-base-dev libxcb1-dev libxcb-shape0-dev libxcb-xinput-dev libxcb-ewmh-dev libxcb-xtest0-dev
+    qt6-base-dev libxcb1-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev
+    libxcb-ewmh-dev libxcb-xtest0-dev
     libglib2.0-dev libsystemd-dev at-spi2-core dbus fonts-noto-cjk
     xvfb openbox picom x11-utils imagemagick
     libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev
 )
 
 # What only the tests need beyond these.
-test_packages=(clang-format clang-tidy libnss-wrapper)
+test_packages=(clang-format clang-tidy x11-xserver-utils libnss-wrapper)
 
 # What only the fuzz targets need beyond these.
 fuzz_packages=(clang libclang-rt-14-dev)
