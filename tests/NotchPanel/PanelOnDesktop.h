@@ -51,7 +51,8 @@ protected:
                 QStringLiteral("xrandr"), option + monitor.split(QLatin1Char(' '))));
         }
         other.emplace();
-        while (!other->windowManagerRuns()) { }
+        for (int patience = 100; !other->windowManagerRuns(); --patience)
+            ASSERT_GT(patience, 0) << "No window manager";
         application.emplace(argc, argv);
         panel.emplace();
         auto owned = std::make_unique<CountingContent>();
