@@ -9,6 +9,8 @@ namespace notch {
 namespace {
 
 constexpr std::size_t blanksPerLevel = 2;
+constexpr std::size_t pieceBytes =
+    65'536; // Of a text written in pieces, at least, but for the last.
 
 void writeString(std::string& out, std::string_view text)
 {
@@ -53,10 +55,16 @@ void writeString(std::string& out, std::string_view text)
 class Writer {
 public:
     enum class Layout { compact, pretty };
+    using Take = std::function<void(std::string_view)>;
 
     Writer(Layout layout, std::size_t limit)
         : layout_(layout)
         , limit_(limit)
+    {
+    }
+    Writer(Layout layout, const Take& takePiece)
+        : layout_(layout)
+        , takePiece_(takePiece)
     {
     }
 
@@ -82,6 +90,11 @@ public:
     {
         return isFull() ? std::nullopt : std::optional(std::move(out_));
     }
+    void handOver()
+    {
+        takePiece_(out_);
+        out_.clear();
+    }
 
 private:
     template <class Container, class Write>
@@ -93,6 +106,8 @@ private:
         for (const auto& each : container) {
             if (isFull())
                 return;
+            if (takePiece_ && out_.size() >= pieceBytes)
+                handOver();
             if (!first)
                 out_ += ',';
             first = false;
@@ -123,7 +138,8 @@ private:
     bool isFull() const { return out_.size() > limit_; }
 
     Layout layout_;
-    std::size_t limit_;
+    std::size_t limit_ = std::string::npos;
+    Take takePiece_; // Empty: the text is wanted as a whole.
     std::size_t level_ = 0;
     std::string out_;
 };
@@ -171,6 +187,13 @@ std::string Json::pretty() const
 std::optional<std::string> Json::pretty(std::size_t maximumBytes) const
 {
     return written(*this, Writer::Layout::pretty, maximumBytes);
+}
+
+void Json::pretty(const std::function<void(std::string_view)>& take) const
+{
+    Writer writer(Writer::Layout::pretty, take);
+    writer.write(*this);
+    writer.handOver();
 }
 
 } // namespace notch

@@ -6,6 +6,7 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -112,6 +113,10 @@ public:
     // The same; nothing when it is longer than that many bytes. Blanks make deep values long: the
     // pretty text of a hostile mebibyte would fill hundreds.
     std::optional<std::string> pretty(std::size_t maximumBytes) const;
+
+    // The same in pieces, each given to `take` as soon as it is written, so that even that text
+    // needs next to no memory.
+    void pretty(const std::function<void(std::string_view)>& take) const;
 
     // By value: the order of keys and the writing of numbers and strings do not count.
     friend bool operator==(const Json&, const Json&) = default;

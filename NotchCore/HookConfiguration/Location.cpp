@@ -5,6 +5,7 @@
 
 #include "Foundation/UUID.h"
 #include "HookConfiguration/HookInstaller.h"
+#include "HookConfiguration/SettingsDocument.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -119,9 +120,10 @@ public:
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void fill(std::string_view bytes) const
+    void fill(const Json& document) const
     {
-        writeAll(location_.files(), file_.get(), bytes);
+        writeSettings(document,
+            [this](std::string_view piece) { writeAll(location_.files(), file_.get(), piece); });
         if (location_.files().fsync(file_.get()) != 0)
             throw Failure("配置同步失败。");
     }
@@ -214,10 +216,10 @@ void verifyUnchanged(const Location& location, const FileSnapshot& oldSnapshot)
 }
 
 void replaceConfigurationAtomically(
-    const Location& location, std::string_view newBytes, const FileSnapshot& oldSnapshot)
+    const Location& location, const Json& newDocument, const FileSnapshot& oldSnapshot)
 {
     const TemporaryFile temporary(location);
-    temporary.fill(newBytes);
+    temporary.fill(newDocument);
     verifyUnchanged(location, oldSnapshot);
     if (oldSnapshot.data)
         temporary.renameOver();

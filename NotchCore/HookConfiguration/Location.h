@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Foundation/Json.h"
 #include "Foundation/UniqueFd.h"
 #include "HookConfiguration/AnchoredRead.h"
 
@@ -19,7 +20,7 @@ namespace notch {
 //       const auto snapshot = location->read();
 //       …
 //       auto backupURL = writePrivateBackup(*location, snapshot.data.value_or("{}\n"));
-//       replaceConfigurationAtomically(*location, newBytes, snapshot);
+//       replaceConfigurationAtomically(*location, newDocument, snapshot);
 //       return backupURL;
 //   });
 //
@@ -80,10 +81,10 @@ std::string writePrivateBackup(const Location& location, std::string_view bytes)
 // Fails unless the path still leads to the same directory and the file is still as it was read.
 void verifyUnchanged(const Location& location, const FileSnapshot& oldSnapshot);
 
-// The file becomes `newBytes`, with mode 0600, all at once; a file that another program changed or
-// created since it was read is left alone. What remains is the moment between the last look and the
-// rename, which no lock shared with the host closes.
+// The file becomes `newDocument`, with mode 0600, all at once; a file that another program changed
+// or created since it was read is left alone. What remains is the moment between the last look and
+// the rename, which no lock shared with the host closes.
 void replaceConfigurationAtomically(
-    const Location& location, std::string_view newBytes, const FileSnapshot& oldSnapshot);
+    const Location& location, const Json& newDocument, const FileSnapshot& oldSnapshot);
 
 } // namespace notch

@@ -76,7 +76,7 @@ std::string changeHooks(const Location& location, const FileSnapshot& snapshot, 
     }
     if (newHooks)
         root.emplace("hooks", std::move(*newHooks));
-    replaceConfigurationAtomically(location, settingsText(std::move(root)), snapshot);
+    replaceConfigurationAtomically(location, std::move(root), snapshot);
     return backup;
 }
 

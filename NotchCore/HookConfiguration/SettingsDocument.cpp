@@ -77,6 +77,12 @@ std::string settingsText(const Json& document)
     return document.pretty() + '\n';
 }
 
+void writeSettings(const Json& document, const std::function<void(std::string_view)>& write)
+{
+    document.pretty(write);
+    write("\n");
+}
+
 const Json::Array& hooksOf(const Json& group)
 {
     return *group.member("hooks")->array();

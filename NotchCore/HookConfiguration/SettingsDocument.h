@@ -5,8 +5,10 @@
 
 #include "Foundation/Json.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace notch {
 
@@ -23,6 +25,8 @@ void validateHooks(const Json::Object& root);
 
 // What is written to the file.
 std::string settingsText(const Json& document);
+// The same in pieces: the uniform layout can make the text of a deep document very long.
+void writeSettings(const Json& document, const std::function<void(std::string_view)>& write);
 
 // Not null once the document is validated.
 const Json::Array& hooksOf(const Json& group);

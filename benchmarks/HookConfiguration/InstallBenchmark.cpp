@@ -5,6 +5,7 @@
 // with the parser library's own values. Run with --benchmark_counters_tabular=true; peakMiB is the
 // most that the program had in memory so far, so run one benchmark at a time to compare it.
 
+#include "Foundation/Json.h"
 #include "HookConfiguration/FileSystem.h"
 #include "HookConfiguration/HookInstaller.h"
 #include "support/SettingsFile.h"
@@ -88,11 +89,24 @@ void parseAndDump(benchmark::State& state, const std::string& text)
     state.counters["peakMiB"] = peakMiB();
 }
 
+// The same with this program's own values, which keep numbers as they were written.
+void readAndWrite(benchmark::State& state, const std::string& text)
+{
+    for (auto _ : state) {
+        auto written = Json::parse(text)->pretty();
+        benchmark::DoNotOptimize(written);
+    }
+    state.counters["peakMiB"] = peakMiB();
+}
+
 BENCHMARK_CAPTURE(parseAndDump, numbers, numbers())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readAndWrite, numbers, numbers())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(install, numbers, numbers())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(parseAndDump, nested, nestedArrays())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readAndWrite, nested, nestedArrays())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(install, nested, nestedArrays())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(parseAndDump, hooks, foreignHooks())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(readAndWrite, hooks, foreignHooks())->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(install, hooks, foreignHooks())->Unit(benchmark::kMillisecond);
 
 } // namespace

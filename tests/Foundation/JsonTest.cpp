@@ -3,6 +3,7 @@
 
 #include "Foundation/Json.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace notch {
@@ -105,6 +106,20 @@ TEST(Json, writesThePrescribedLayout)
                                   "}");
     EXPECT_EQ(Json::parse(document->pretty()), document);
     EXPECT_EQ(Json::parse(document->compact()), document);
+}
+
+TEST(Json, writesInPiecesWhatItWritesAsAWhole)
+{
+    Json::Array list(50'000, Json("twenty bytes of text"));
+    const Json document = Json::Object{{"list", std::move(list)}, {"next", Json::Object()}};
+    std::string text;
+    std::size_t longest = 0;
+    document.pretty([&](std::string_view piece) {
+        text += piece;
+        longest = std::max(longest, piece.size());
+    });
+    EXPECT_EQ(text, document.pretty());
+    EXPECT_LT(longest, text.size() / 10);
 }
 
 TEST(Json, writesDoublesThatReadBackAsTheSame)
