@@ -91,13 +91,17 @@ void OtherProgram::show(Window window)
     settle();
 }
 
-OtherProgram::Window OtherProgram::openWindow(Area area)
+OtherProgram::Window OtherProgram::openWindow(Area area, const std::string& windowClass)
 {
     const auto window = create(area);
     // ICCCM WM_NORMAL_HINTS with the position as the user's own, so that it is kept.
     const std::uint32_t hints[18] = {1U << 0};
     xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
         XCB_ATOM_WM_SIZE_HINTS, 32, 18, hints);
+    const auto twice = windowClass + '\0' + windowClass + '\0'; // Instance and class.
+    if (!windowClass.empty())
+        xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+            8, static_cast<std::uint32_t>(twice.size()), twice.data());
     show(window);
     return window;
 }
@@ -174,6 +178,13 @@ void OtherProgram::clickAt(int atX, int atY)
     moveTo(atX, atY);
     press();
     release();
+}
+
+void OtherProgram::typeEscape()
+{
+    constexpr std::uint8_t escape = 9; // Of every evdev keyboard.
+    fake(XCB_KEY_PRESS, escape);
+    fake(XCB_KEY_RELEASE, escape);
 }
 
 OtherProgram::Colour OtherProgram::colourAt(int atX, int atY)

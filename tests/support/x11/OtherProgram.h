@@ -42,8 +42,8 @@ public:
     // Somebody manages windows that are opened from now on.
     bool windowManagerRuns();
     void whitenDesktop();
-    // White, managed and shown.
-    Window openWindow(Area area);
+    // White, managed and shown; of this WM_CLASS, if any.
+    Window openWindow(Area area, const std::string& windowClass = {});
     Window openFullScreenWindow();
     // Asks the window manager, as a task bar does, to raise it and give it the keyboard.
     void activate(Window window);
@@ -56,6 +56,7 @@ public:
     void press(std::uint8_t button = 1);
     void release(std::uint8_t button = 1);
     void clickAt(int x, int y);
+    void typeEscape();
 
     Colour colourAt(int x, int y);
     // Both in pixels. The first is one rectangle for a window that is not cut.
