@@ -37,7 +37,7 @@ TEST_F(DecisionTest, aClickRightAfterSwitchingDecidesNothing)
 TEST_F(DecisionTest, ofTwoRequestsOnlyTheOneOnShowIsAnswered)
 {
     auto first = ask("echo 1");
-    ASSERT_TRUE(appears(allow));
+    armed();
     auto second = ask("echo 2");
     click(nextRequest);
     ASSERT_TRUE(appears("待确认 2 / 2"));

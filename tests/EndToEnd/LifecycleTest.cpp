@@ -51,6 +51,7 @@ TEST_F(LifecycleTest, aSignalEndsAnIdleResident)
 TEST_F(LifecycleTest, aSignalIsRefusedWhileARequestWaitsAndTheNotchOpens)
 {
     auto hook = ask();
+    armed();
     click(closeNotch);
     ASSERT_TRUE(disappears(allow));
     resident().kill(SIGTERM);

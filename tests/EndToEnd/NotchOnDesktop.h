@@ -34,11 +34,12 @@ protected:
     // A hook of the host that waits for a decision on this command.
     std::unique_ptr<ChildProcess> ask(const std::string& command = "rm -rf ./old");
 
-    // Waits until it can be pressed and no longer moves; nothing if it does not come to that.
+    // Waits until it can be pressed and no longer moves; nothing if it does not come to that. While
+    // the notch still opens, a click may meet a part that is not drawn yet: see armed().
     std::optional<AccessibleControl> settled(const std::string& control);
     // Waits likewise, and clicks it.
     void click(const std::string& button);
-    // Waits until the decision buttons are armed.
+    // Waits until the decision buttons are armed; the notch has opened fully by then.
     AccessibleControl armed();
     bool appears(const std::string& control);
     bool disappears(const std::string& control);

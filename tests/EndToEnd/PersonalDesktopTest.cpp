@@ -89,6 +89,7 @@ TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)
         << started.string() << '\n';
     startResident();
     const auto hook = ask();
+    armed();
     click("去 QuillMoss 处理 ↗");
     EXPECT_TRUE(waitUntil([&] { return fs::exists(started); }));
 
