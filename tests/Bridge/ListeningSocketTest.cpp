@@ -5,10 +5,13 @@
 
 #include "support/TemporaryDirectory.h"
 
+#include <algorithm>
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace notch {
@@ -147,6 +150,35 @@ TEST_F(ListeningSocketTest, acceptsUntilTheFlagIsRaised)
     EXPECT_TRUE(::fcntl(accepted->get(), F_GETFD) & FD_CLOEXEC);
     stop->raise();
     EXPECT_FALSE(listening.value().accept(*stop, ample));
+}
+
+TEST_F(ListeningSocketTest, takesNoConnectionOfAnotherUser)
+{
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can act for another user";
+    const auto listening = ListeningSocket::open(place, 4);
+    const auto stop = PollableFlag::make();
+    ASSERT_TRUE(listening.ok() && stop);
+    // As if somebody had opened every path on the way.
+    ::chmod(temporary.path().c_str(), 0711);
+    ::chmod(place.directory().path().c_str(), 0711);
+    ::chmod(place.path().c_str(), 0666);
+    const pid_t stranger = ::fork();
+    if (stranger == 0) {
+        constexpr uid_t nobody = 65534;
+        sockaddr_un address{.sun_family = AF_UNIX};
+        std::ranges::copy(place.path(), address.sun_path);
+        const UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        const bool connected =
+            ::setuid(nobody) == 0
+            && ::connect(socket.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+        char byte{};
+        ::_exit(connected && ::recv(socket.get(), &byte, 1, 0) == 0 ? 0 : 1);
+    }
+    EXPECT_FALSE(listening.value().accept(*stop, ample));
+    int status = -1;
+    ::waitpid(stranger, &status, 0);
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(ListeningSocketTest, removesItsOwnPathOnly)

@@ -159,44 +159,45 @@ TEST_F(HookProcess, waitsAsleepForAnInputThatIsNotClosed)
     EXPECT_EQ(asked.get_future().wait_for(std::chrono::seconds(0)), std::future_status::timeout);
 }
 
+struct HostileInput {
+    const char* name;
+    std::string_view before;
+    std::string_view part; // Repeated until a mebibyte is nearly full.
+    std::string_view after;
+};
+
+class HostileHookProcess : public HookProcess, public testing::WithParamInterface<HostileInput> { };
+
 // Whatever comes in, the host sees nothing but status 0, and the memory stays a small multiple.
-TEST_F(HookProcess, survivesHostileInput)
+TEST_P(HostileHookProcess, endsInSilence)
 {
     server.stop();
     ASSERT_FALSE(server.start({.onRequest = [this](const ApprovalRequest& request) {
         server.decide(request.id, Decision::passthrough);
     }}));
-    struct Row {
-        const char* name;
-        std::string_view before;
-        std::string_view part; // Repeated until a mebibyte is nearly full.
-        std::string_view after;
-    };
-    for (const auto& row : {
-             Row{"nothing", "", "", ""},
-             Row{"open brackets", "", "[", ""},
-             Row{"open objects", "", "{\"\":", ""},
-             Row{"NUL bytes", "", "\0"sv, ""},
-             Row{"zeros", "[0", ",0", "]"},
-             Row{"empty strings", "[0", ",\"\"", "]"},
-             Row{"empty arrays", "[0", ",[]", "]"},
-             Row{"empty objects", "[0", ",{}", "]"},
-             Row{"small objects", "[0", ",{\"\":0}", "]"},
-             Row{"zeros, far down", "[[[[[[[[[[[[[[[[[[[[0", ",0", "]]]]]]]]]]]]]]]]]]]]"},
-             Row{"the same key again and again", "{\"\":0", ",\"\":0", "}"},
-             Row{"one number", "1", "9", ""},
-             Row{"no UTF-8", "\"\xFF\xC0\x80", "\xED\xA0\x80", "\""},
-             Row{"lone surrogates", "\"", "\\ud800", "\""},
-             Row{"control characters", "\"", "\\u0001", "\""},
-             Row{"quotation marks", "\"", "\\\"", "\""},
-         }) {
-        const auto ending = runProgram(PROGRAM_PATH, {"--hook"},
-            asToolInput(std::string(row.before) + repeated(row.part) + std::string(row.after)));
-        EXPECT_EQ(ending.status, 0) << row.name;
-        EXPECT_EQ(ending.output + ending.errors, "") << row.name;
-        EXPECT_LT(ending.peakKilobytes, mostKilobytes) << row.name;
-    }
+    const auto& row = GetParam();
+    const auto value = std::string(row.before) + repeated(row.part) + std::string(row.after);
+    const auto ending = runProgram(PROGRAM_PATH, {"--hook"}, asToolInput(value));
+    EXPECT_EQ(ending.status, 0);
+    EXPECT_EQ(ending.output + ending.errors, "");
+    EXPECT_LT(ending.peakKilobytes, mostKilobytes);
 }
+
+INSTANTIATE_TEST_SUITE_P(Rows, HostileHookProcess,
+    testing::Values(HostileInput{"nothing", "", "", ""}, HostileInput{"openBrackets", "", "[", ""},
+        HostileInput{"openObjects", "", "{\"\":", ""}, HostileInput{"nulBytes", "", "\0"sv, ""},
+        HostileInput{"zeros", "[0", ",0", "]"}, HostileInput{"emptyStrings", "[0", ",\"\"", "]"},
+        HostileInput{"emptyArrays", "[0", ",[]", "]"},
+        HostileInput{"emptyObjects", "[0", ",{}", "]"},
+        HostileInput{"smallObjects", "[0", ",{\"\":0}", "]"},
+        HostileInput{"zerosFarDown", "[[[[[[[[[[[[[[[[[[[[0", ",0", "]]]]]]]]]]]]]]]]]]]]"},
+        HostileInput{"sameKeyAgainAndAgain", "{\"\":0", ",\"\":0", "}"},
+        HostileInput{"oneNumber", "1", "9", ""},
+        HostileInput{"noUtf8", "\"\xFF\xC0\x80", "\xED\xA0\x80", "\""},
+        HostileInput{"loneSurrogates", "\"", "\\ud800", "\""},
+        HostileInput{"controlCharacters", "\"", "\\u0001", "\""},
+        HostileInput{"quotationMarks", "\"", "\\\"", "\""}),
+    [](const auto& row) { return row.param.name; });
 
 TEST_F(HookProcess, readsNoFurtherThanItsLimit)
 {
