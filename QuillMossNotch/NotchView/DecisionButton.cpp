@@ -97,7 +97,7 @@ void DecisionButton::keyReleaseEvent(QKeyEvent* event)
 
 void DecisionButton::hideEvent(QHideEvent* event)
 {
-    forgetPress();
+    press_.reset(); // The pointer may still be down; that press goes on and counts for nothing.
     ActionButton::hideEvent(event);
 }
 

@@ -74,6 +74,7 @@ void NotchView::build()
 {
     setFont(style::font(12));
     auto colours = palette();
+    colours.setColor(QPalette::Window, style::surface);
     colours.setColor(QPalette::WindowText, style::text);
     setPalette(colours);
     compact_->setObjectName(QStringLiteral("compact"));

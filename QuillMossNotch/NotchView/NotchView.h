@@ -60,7 +60,7 @@ private:
     const Clock& clock_;
     std::optional<AppModelState> state_; // On show.
     ShownFeatures features_;
-    QTimer tick_; // Runs only while a request with a deadline is on the screen.
+    QTimer tick_{this}; // Runs only while a request with a deadline is on the screen.
     CompactButton* compact_;
     QWidget* content_;
     HeaderSection* header_;

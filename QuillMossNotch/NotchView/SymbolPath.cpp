@@ -53,7 +53,7 @@ constexpr std::array drawings{
     Drawing{Symbol::chevronUp, "M5 15.2 L12 8.2 L19 15.2"},
     Drawing{Symbol::clock, "O12 12 9.2 M12 6.8 L12 12.2 L15.6 14.2"},
     Drawing{Symbol::clockArrowCirclepath,
-        "A12 12 9.2 190 -320 M0.9 10.6 L3.1 13.6 L6 11.2 M12 6.8 L12 12.2 L15.6 14.2"},
+        "A12.8 12 8.8 190 -320 M1.6 10.7 L4 13.7 L7 11.4 M12.8 7 L12.8 12.2 L16.2 14.2"},
     Drawing{Symbol::docOnDoc,
         "R8.4 7.8 11.4 13.4 2.4 M15.4 4.6 C15.1 3.4 14.3 2.8 13.2 2.8 L6.6 2.8 C5.1 2.8 4.2 3.7 "
         "4.2 5.2 L4.2 14.2 C4.2 15.4 4.7 16.1 5.6 16.4"},

@@ -117,9 +117,10 @@ QSize TextBlock::sizeHint() const
 
 QMimeData* TextBlock::createMimeDataFromSelection() const
 {
-    // The overrides that only serve to show the text in order are no part of it.
+    // What only serves to show the text in order and in lines is no part of it.
     auto selected = textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n');
-    selected.remove(toQString(leftToRightOverride)).remove(toQString(popDirectionalFormatting));
+    for (const auto ours : {softBreak, leftToRightOverride, popDirectionalFormatting})
+        selected.remove(toQString(ours));
     auto* const mime = new QMimeData;
     mime->setText(selected);
     return mime;

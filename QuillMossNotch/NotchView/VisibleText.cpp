@@ -15,6 +15,8 @@ struct Range {
     char32_t last = 0;
 };
 
+constexpr std::size_t longestLine = 1'200; // Bytes.
+
 // Characters that show nothing of themselves: general categories Cc, Cf, Zl and Zp, the fillers
 // that draw as blanks, and the tags. Variation selectors stay: they only pick a glyph.
 constexpr std::array hiddenRanges{Range{0x0000, 0x001F}, Range{0x007F, 0x009F},
@@ -99,6 +101,11 @@ std::string visibleText(std::string_view text, Lines lines)
             line = {};
         } else {
             line.add(sequence, lines == Lines::many);
+        }
+        if (lines == Lines::many && line.text.size() >= longestLine) {
+            result += line.finished();
+            result += softBreak;
+            line = {};
         }
     }
     return result + line.finished();

@@ -19,8 +19,10 @@ enum class Lines : std::uint8_t {
 };
 std::string visibleText(std::string_view text, Lines lines);
 
-// The override pair that visibleText() may have put round a line.
+// What visibleText() may have put round a line and into it; none of them comes through it from
+// the text itself, so that whoever copies what is shown can take them out again.
 inline constexpr std::string_view leftToRightOverride = "\u202D";
 inline constexpr std::string_view popDirectionalFormatting = "\u202C";
+inline constexpr std::string_view softBreak = "\u2060\n";
 
 } // namespace notch
