@@ -73,6 +73,10 @@ struct Line {
     void add(std::string_view sequence, bool keepsTabs)
     {
         const auto scalar = scalarOf(sequence);
+        if (scalar >= U' ' && scalar <= U'~') { // Nearly everything, and texts can be long.
+            text += sequence;
+            return;
+        }
         rightToLeft = rightToLeft || contains(rightToLeftRanges, scalar);
         if (contains(hiddenRanges, scalar) && !(keepsTabs && scalar == U'\t'))
             text += codeOf(scalar);
