@@ -20,8 +20,6 @@ namespace {
 constexpr int filledPadding = 10;
 // The editor scrolls unless a little more than its text fits.
 constexpr int scrollSlack = 4;
-// Enough of a paragraph to fill the largest block that is ever shown.
-constexpr int longestBlock = 2'000;
 
 // A quiet scroll bar, and the ground under the text.
 QString styleSheetOf(int padding)
@@ -88,26 +86,38 @@ void TextBlock::setLeadIn(qsizetype length, const QColor& colour)
     setExtraSelections({leadIn});
 }
 
-int TextBlock::heightForWidth(int width) const
+int TextBlock::textHeight(int width) const
 {
-    const int edges = 2 * padding_;
-    double height = edges;
+    double height = 0;
     QTextLayout layout;
-    QTextOption option = document()->defaultTextOption();
-    for (auto block = document()->begin(); block.isValid() && height < maxHeight_;
+    for (auto block = document()->begin(); block.isValid() && height <= maxHeight_;
          block = block.next()) {
-        layout.setText(block.text().left(longestBlock));
+        layout.setText(block.text());
         layout.setFont(font());
-        layout.setTextOption(option);
+        layout.setTextOption(document()->defaultTextOption());
         layout.beginLayout();
         for (auto line = layout.createLine(); line.isValid(); line = layout.createLine()) {
             line.setLeadingIncluded(true);
-            line.setLineWidth(width - edges);
+            line.setLineWidth(width);
             height += line.height();
         }
         layout.endLayout();
     }
-    return std::min(maxHeight_, static_cast<int>(std::ceil(height)) + scrollSlack);
+    return static_cast<int>(std::ceil(height));
+}
+
+int TextBlock::heightForWidth(int width) const
+{
+    const int edges = 2 * padding_;
+    return std::min(maxHeight_, textHeight(width - edges) + edges + scrollSlack);
+}
+
+void TextBlock::resizeEvent(QResizeEvent* event)
+{
+    const int edges = 2 * padding_;
+    const bool fits = textHeight(width() - edges) + edges <= height();
+    setVerticalScrollBarPolicy(fits ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    QPlainTextEdit::resizeEvent(event);
 }
 
 QSize TextBlock::sizeHint() const

@@ -29,9 +29,13 @@ public:
     QSize minimumSizeHint() const override { return {0, 0}; }
 
 protected:
+    void resizeEvent(QResizeEvent* event) override;
     QMimeData* createMimeDataFromSelection() const override;
 
 private:
+    // Of the text alone; not exact beyond maxHeight_.
+    int textHeight(int width) const;
+
     int maxHeight_;
     int padding_;
     std::string content_;
