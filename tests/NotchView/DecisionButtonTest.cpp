@@ -3,6 +3,7 @@
 
 #include "WidgetTest.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QTest>
 

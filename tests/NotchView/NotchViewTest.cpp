@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QApplication>
 #include <QClipboard>
 #include <QLabel>
 #include <QListWidget>

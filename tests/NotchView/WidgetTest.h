@@ -10,12 +10,13 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 
 namespace notch {
 
-// A test of widgets: without a screen, on the real model with everything outside made up.
+// A test of widgets: without a screen, on the real model with everything outside made up. Its
+// QApplication is that of WidgetTest.cpp.
 class WidgetTest : public testing::Test {
 protected:
     WidgetTest()
@@ -65,20 +66,6 @@ protected:
         return condition();
     }
 
-    static QApplication& application()
-    {
-        static int count = 1;
-        static char name[] = "test";
-        static char* arguments[]{name, nullptr};
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static QApplication instance(count, arguments);
-        return instance;
-    }
-
-private:
-    QApplication& application_ = application();
-
-protected:
     FakeOutside outside;
     AppModel model{outside.seams()};
     NotchView view{model, outside.preferences, outside.time};
