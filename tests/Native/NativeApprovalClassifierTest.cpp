@@ -88,13 +88,14 @@ const std::vector<Mutation> spoiltCards{
     {"count below threshold", "数量 12", "数量 9"},
     {"count of nothing", "数量 12 项，阈值 10", "数量 0 项，阈值 0"},
     {"count beyond 64 bits", "数量 12", "数量 9223372036854775808"},
+    {"threshold beyond 64 bits", "阈值 10", "阈值 9223372036854775808"},
     {"leading zero", "数量 12", "数量 012"},
     {"words before the summary", "检测到", "已检测到"},
     {"words after the summary", "阈值 10", "阈值 10 项"},
     {"other risk", "高风险命令，", "低风险命令，"},
     {"risk with a blank", "稳定性", "稳定性 "},
     {"risk twice", R"("高风险命令，可能影响系统稳定性")",
-        R"("高风险命令，可能影响系统稳定性" "高风险")"},
+        R"("高风险命令，可能影响系统稳定性" "龘")"},
     {"empty command", "rm -rf build", ""},
     {"blank command", "rm -rf build", "\u3000"},
     {"shortened command", "rm -rf", "rm … -rf"},
@@ -142,7 +143,7 @@ const std::vector<Mutation> spoiltRows{
     {"title wrapped", "StaticText #title", "Group @40,100,200,20\n      StaticText #title"},
     {"title is no text", "StaticText #title", "Heading #title"},
     {"title with a child", "    Group #riskBox", "      Image\n    Group #riskBox"},
-    {"two titles", R"(阈值 10")", R"(阈值 10" "x")"},
+    {"two titles", R"(阈值 10")", R"(阈值 10" "龘")"},
     {"two commands", R"("rm -rf build")", R"("rm -rf build" "ls")"},
     {"stranger before allow", "    Button #allow", "    Image\n    Button #allow"},
     {"stranger before deny", "    Button #deny", "    Image\n    Button #deny"},
@@ -158,6 +159,14 @@ const std::vector<Mutation> spoiltRows{
     {"allow without a frame", "@40,150,300,30", ""},
     {"deny without a frame", "@40,184,300,30", ""},
     {"command without a width", "@40,124,400,20", "@40,124,0,20"},
+    {"command without a height", "@40,124,400,20", "@40,124,400,0"},
+    {"deny above allow, and nothing below",
+        R"(      StaticText "1."
+      StaticText "允许本次删除"
+    Button #deny @40,184,300,30 "取消删除"
+    StaticText #after "完")",
+        R"(      StaticText "取消删除"
+    Button #deny @40,184,300,30 "允许本次删除")"},
     {"endless command", "@40,124,400,20", "@1e308,124,1e308,20"},
 };
 

@@ -116,6 +116,13 @@ const std::vector<Mutation> spoiltCards{
     {"button is none", "Button #next ", "Link #next "},
     {"skip disabled", "#skip ", "#skip -enabled "},
     {"no page", R"("2")", R"("0")"},
+    {"no page, and none before it",
+        R"(#previous @340,16,32,32 "上一题"
+        Image #previousImage @352,28,8,8
+      StaticText #current @376,22,20,20 "2")",
+        R"(#previous -enabled @340,16,32,32 "上一题"
+        Image #previousImage @352,28,8,8
+      StaticText #current @376,22,20,20 "0")"},
     {"leading zero", R"("2")", R"("02")"},
     {"page with a letter", R"("2")", R"("2a")"},
     {"page is no text", "StaticText #current", "Image #current"},
@@ -138,6 +145,11 @@ const std::vector<Mutation> spoiltCards{
     {"row that says more", "2 远程服务器", "2 远程服务器 推荐"},
     {"row that says less", "2 远程服务器", "远程服务器"},
     {"rows out of order", R"(20 "1")", R"(20 "2")"},
+    {"row without a number",
+        R"("2 远程服务器"
+        StaticText #number2 @24,122,16,20 "2")",
+        R"("x 远程服务器"
+        StaticText #number2 @24,122,16,20 "x")"},
     {"row number skipped", R"(20 "2"
         StaticText #label2)",
         R"(20 "3"
