@@ -71,7 +71,8 @@ void install(benchmark::State& state, const std::string& text)
         installer.install(
             settings.url(), "/a/QuillMossNotch", "quillmoss", HookInstaller::InterceptBash::no);
         state.PauseTiming();
-        state.counters["writtenMiB"] = static_cast<double>(settings.text().size()) / (1 << 20);
+        state.counters["writtenMiB"] =
+            static_cast<double>(std::filesystem::file_size(settings.url())) / (1 << 20);
         state.ResumeTiming();
     }
     state.counters["peakMiB"] = peakMiB();
