@@ -192,6 +192,24 @@ TEST(ConfigurationFile, isRefusedWhenItChangesWhileItIsRead)
     }
 }
 
+// The file in hand is still as it was read, but it is no longer the one at the path.
+TEST(ConfigurationFile, isNotReplacedInADirectoryThatWasMoved)
+{
+    for (const bool copied : {false, true}) {
+        const SettingsFile settings("{}");
+        const WatchedFileSystem files([&](const Call& call) {
+            if (call.name == "fsync" && !fs::exists(settings.home() + "/aside")) {
+                fs::rename(settings.directory(), settings.home() + "/aside");
+                if (copied)
+                    fs::copy(settings.home() + "/aside", settings.directory());
+            }
+            return Fault{};
+        });
+        EXPECT_EQ(failureOf([&] { install(settings.url(), files); }), "配置目录发生变化，请重试。");
+        EXPECT_EQ(SettingsFile::textOf(settings.home() + "/aside/settings.json"), "{}");
+    }
+}
+
 TEST(ConfigurationFile, lockedByAnotherIsNotWaitedFor)
 {
     const SettingsFile settings("{}");
