@@ -44,6 +44,7 @@ bool hasPrivateAccount(const std::string& home)
 std::optional<double> processorTime(std::vector<std::string> command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (auto& word : command)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

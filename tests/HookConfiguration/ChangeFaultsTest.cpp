@@ -356,7 +356,7 @@ public:
     {
         if (operation == LOCK_UN)
             --shared_.holders;
-        const int answer = FileSystem::flock(fd, operation);
+        const int answer = WatchedFileSystem::flock(fd, operation);
         if (operation != LOCK_UN && answer == 0 && ++shared_.holders > 1)
             ++shared_.overlaps;
         return answer;

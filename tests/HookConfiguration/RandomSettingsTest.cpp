@@ -138,7 +138,7 @@ protected:
         return settings.text();
     }
 
-    const WatchedFileSystem files;
+    const WatchedFileSystem files{};
     const SettingsFile settings;
 };
 

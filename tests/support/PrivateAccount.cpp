@@ -25,7 +25,7 @@ ChildProcess::Ending runProgramAtHome(
         "HOME=" + accounts.path(),
         "NSS_WRAPPER_PASSWD=" + (accounts / "passwd"),
         "NSS_WRAPPER_GROUP=" + (accounts / "group"),
-        "LD_PRELOAD=" NSS_WRAPPER_PATH,
+        std::string("LD_PRELOAD=") + NSS_WRAPPER_PATH,
         // The wrapper then stands before the sanitizer's runtime, which is all right.
         "ASAN_OPTIONS=verify_asan_link_order=0",
         path,
