@@ -24,6 +24,7 @@ NotchPanel::NotchPanel()
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips); // It is seldom the active window.
     setAttribute(Qt::WA_QuitOnClose, false);
     setMouseTracking(true);
     winId(); // The native window is there from now on: shape and keyboard need it.

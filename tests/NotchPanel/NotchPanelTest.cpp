@@ -5,6 +5,8 @@
 
 #include "PanelOnDesktop.h"
 
+#include <QToolTip>
+
 #include <gtest/gtest.h>
 
 namespace notch {
@@ -116,6 +118,18 @@ TEST_F(PanelOnDesktop, keyboardThatSomebodyElseTookIsNotTakenBack)
     panel->resignKeyWindow();
     EXPECT_TRUE(eventually([&] { return !panel->isKeyWindow(); }));
     EXPECT_EQ(other->focus(), second);
+}
+
+TEST_F(PanelOnDesktop, toolTipsShowWithoutTheKeyboard)
+{
+    launch();
+    content->setToolTip(QStringLiteral("tip"));
+    panel->applyFrame(open, 480);
+    panel->orderFront();
+    synchronise();
+    other->moveTo(640, 150);
+    EXPECT_TRUE(eventually([] { return QToolTip::isVisible(); }));
+    EXPECT_FALSE(panel->isKeyWindow());
 }
 
 TEST_F(PanelOnDesktop, regionsAreExactAtTwiceTheScale)
