@@ -7,7 +7,9 @@
 #include <cassert>
 #include <charconv>
 #include <cmath>
-#include <cstdlib>
+#include <locale.h>
+#include <stdio.h>
+#include <stdlib.h>
 
 namespace notch {
 namespace {
@@ -56,17 +58,46 @@ Decimal decimal(std::string_view text)
     return result;
 }
 
-template <class Value> std::string shortestText(Value value)
+// While it lives, this thread's numbers have a decimal point, whatever setlocale(3) says. (The
+// from_chars and to_chars of doubles need no such thing, but they draw in libm, whose loading every
+// hook process would pay for.)
+class PlainLocale {
+public:
+    PlainLocale()
+        : previous_(::uselocale(plain()))
+    {
+    }
+    ~PlainLocale() { ::uselocale(previous_); }
+    PlainLocale(const PlainLocale&) = delete;
+    PlainLocale& operator=(const PlainLocale&) = delete;
+
+private:
+    static locale_t plain()
+    {
+        static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+        return locale;
+    }
+
+    locale_t previous_;
+};
+
+std::string shortestText(double value)
 {
-    std::array<char, 32> buffer{};
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-    return {buffer.data(), end};
+    const PlainLocale plain;
+    std::array<char, 32> text{};
+    // 15 digits survive the way through a double, and 17 tell every double from its neighbours.
+    for (int digits = 15; digits <= 17; ++digits) {
+        ::snprintf(text.data(), text.size(), "%.*g", digits, value);
+        if (::strtod(text.data(), nullptr) == value)
+            break;
+    }
+    return text.data();
 }
 
 } // namespace
 
 JsonNumber::JsonNumber(std::int64_t value)
-    : text_(shortestText(value))
+    : text_(std::to_string(value))
 {
 }
 
@@ -78,10 +109,8 @@ JsonNumber::JsonNumber(double value)
 
 double JsonNumber::toDouble() const
 {
-    double value = 0;
-    const auto [end, error] = std::from_chars(text_.data(), text_.data() + text_.size(), value);
-    // from_chars leaves the value alone beyond the range; strtod answers infinity or zero there.
-    return error == std::errc::result_out_of_range ? std::strtod(text_.c_str(), nullptr) : value;
+    const PlainLocale plain;
+    return ::strtod(text_.c_str(), nullptr);
 }
 
 bool operator==(const JsonNumber& a, const JsonNumber& b)

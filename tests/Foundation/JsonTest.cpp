@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace notch {
 namespace {
@@ -124,7 +125,8 @@ TEST(Json, writesInPiecesWhatItWritesAsAWhole)
 
 TEST(Json, writesDoublesThatReadBackAsTheSame)
 {
-    for (const double value : {0.1, 785523422.8459001, 1e300, -5e-324, 0.0})
+    for (const double value : {0.1, 1.0 / 3, 785523422.8459001, 5e15 + 1, 123456789012345678.0,
+             1e22, 1e300, std::numeric_limits<double>::max(), -5e-324, 0.0})
         EXPECT_EQ(Json::parse(Json(JsonNumber(value)).compact())->number()->toDouble(), value);
 }
 
