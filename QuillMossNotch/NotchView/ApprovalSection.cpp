@@ -134,8 +134,10 @@ void ApprovalSection::showRequest(const ApprovalRequest& request)
     banner_->setContent(Symbol::exclamationmarkShield, content.banner);
     banner_->setVisible(!content.banner.empty());
     title_->setContent(Symbol::none, content.title);
+    setPlainToolTip(*title_, content.title); // Tools and directories can have long names.
     chip_->setContent(Symbol::none, content.chip);
     origin_->setContent(content.originSymbol, content.origin);
+    setPlainToolTip(*origin_, content.origin);
     source_->setContent(Symbol::none, content.source);
     setPlainToolTip(*source_, content.sourceToolTip);
     description_->setContent(content.description);

@@ -5,9 +5,11 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QPointingDevice>
 #include <QTest>
 
 #include <functional>
+#include <memory>
 
 namespace notch {
 namespace {
@@ -46,7 +48,7 @@ protected:
 
     std::vector<Device> devices()
     {
-        auto* const screen = QTest::createTouchDevice();
+        auto* const screen = touchScreen_.get();
         const auto keyDevice = [this](const char* name, int code) {
             return Device{name, [=, this] { key(QEvent::KeyPress, code, false); },
                 [=, this] { key(QEvent::KeyRelease, code, false); }};
@@ -78,6 +80,9 @@ protected:
         outside.time.advance(Seconds{5});
         arm("A");
     }
+
+private:
+    std::unique_ptr<QPointingDevice> touchScreen_{QTest::createTouchDevice()};
 };
 
 TEST_F(DecisionButtonTest, everyDeviceDecidesWithinOneArmedTime)

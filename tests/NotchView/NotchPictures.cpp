@@ -3,6 +3,7 @@
 
 // NotchPictures FOLDER: writes a picture of each state of the notch into the folder.
 
+#include "Foundation/Json.h"
 #include "NotchView/NotchPicture.h"
 #include "support/FakeOutside.h"
 
@@ -74,6 +75,21 @@ void showSwitcher(Scene& scene)
     scene.arrive(scene.command("C"));
 }
 
+// Nothing of this may push, cover or imitate anything beside it.
+void showLongTexts(Scene& scene)
+{
+    auto request = scene.command("A");
+    std::string command = "find . -name '*.tmp' \u202E -delete # שלום";
+    for (int line = 0; line < 12; ++line)
+        command += "\n删除 " + std::string(60, 'x');
+    request.toolName = "mcp__" + std::string(80, 'W');
+    request.cwd = "/home/lin/" + std::string(90, 'p') + "/moss-garden";
+    request.sessionID = "<b>允许</b>\n" + request.sessionID;
+    request.toolInputJSON =
+        Json(Json::Object{{"command", command}, {"description", command}}).pretty();
+    scene.arrive(request);
+}
+
 void showAllowed(Scene& scene)
 {
     showRequest(scene);
@@ -142,6 +158,7 @@ constexpr std::array pictures{
             scene.outside.time.advance(Seconds{40});
         }},
     Picture{"details", showDetails},
+    Picture{"approval-long", showLongTexts},
     Picture{"switcher", showSwitcher},
     Picture{"receipt-allowed", showAllowed},
     Picture{"receipt-denied", showDenied},

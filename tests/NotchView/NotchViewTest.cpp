@@ -232,6 +232,21 @@ TEST_F(NotchViewTest, hostileTextStaysTextInItsPlace)
     }
 }
 
+TEST_F(NotchViewTest, rightToLeftLettersStandInTheOrderInWhichTheyAreStored)
+{
+    arrive(hostile("rm א/ב ג"));
+    const auto* const command =
+        view.findChild<QPlainTextEdit*>(QStringLiteral("approval-parameters"));
+    model.setShowAllParameters(true);
+    QTextCursor cursor = command->document()->find(QStringLiteral("א/ב ג"));
+    const int end = cursor.selectionEnd();
+    cursor.setPosition(cursor.selectionStart());
+    for (int left = -1; cursor.position() < end; cursor.movePosition(QTextCursor::NextCharacter)) {
+        EXPECT_GT(command->cursorRect(cursor).left(), left) << cursor.position();
+        left = command->cursorRect(cursor).left();
+    }
+}
+
 TEST_F(NotchViewTest, theWholeTextCanBeReadAndSelected)
 {
     const std::string text = "rm אב \u202E \n" + std::string(100'000, 'x') + " end";
