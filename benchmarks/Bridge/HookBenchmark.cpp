@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <condition_variable>
 #include <cstdio>
 #include <cstring>
@@ -32,7 +33,7 @@ double quantile(std::vector<double> values, double share)
 {
     std::ranges::sort(values);
     const auto last = static_cast<double>(values.size() - 1);
-    return values[static_cast<std::size_t>(last * share + 0.5)];
+    return values[static_cast<std::size_t>(std::lround(last * share))];
 }
 
 double milliseconds(Seconds time)

@@ -27,7 +27,7 @@ public:
     ApprovalBridge::Callbacks callbacks()
     {
         return {
-            .onRequest = [this](ApprovalRequest request) { add("request " + request.id); },
+            .onRequest = [this](const ApprovalRequest& request) { add("request " + request.id); },
             .onRemoval = [this](std::string id) { add("removal " + std::move(id)); },
             .onUnreachable = [this] { add("unreachable"); },
         };
@@ -155,8 +155,9 @@ TEST_F(ApprovalServerTest, letsARequestLapse)
 TEST_F(ApprovalServerTest, closesOnWhatIsNoRequestAndSaysNothing)
 {
     const auto good = requestWith('1').serialize();
+    const auto twice = std::string(good).append("\n").append(good);
     for (const auto& line : {std::string(), std::string("{}"), std::string("x"),
-             good.substr(0, good.size() - 1), good + "\n" + good, good + "\nx",
+             good.substr(0, good.size() - 1), twice, good + "\nx",
              requestWith('1', Seconds{-1}).serialize(), std::string(maximumBridgePayload, '[')})
         EXPECT_TRUE(isClosed(sent(line))) << line.substr(0, 80);
     server.stop();

@@ -44,9 +44,9 @@ std::string repeated(std::string_view part)
 // What half a million values, the most that fit into the largest input, need in memory. The
 // sanitizers' own memory is no concern of the program.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr long mostKilobytes = 1024 * 1024;
+constexpr long mostKilobytes = 1024L * 1024;
 #else
-constexpr long mostKilobytes = 56 * 1024;
+constexpr long mostKilobytes = 56L * 1024;
 #endif
 
 // A real hook process and a real server of the resident application's kind.
