@@ -175,25 +175,5 @@ TEST_F(HookClientTest, readsAllOfALargestInputAndNothingBeyond)
     }
 }
 
-TEST_F(HookClientTest, survivesAHostThatIsGone)
-{
-    auto host = makePipe();
-    auto answer = makePipe();
-    answer.out = {};
-    ::write(host.in.get(), goodInput.data(), goodInput.size());
-    host.in = {};
-    const auto listening = ListeningSocket::open(place, 1);
-    ASSERT_TRUE(listening.ok());
-    std::thread server([&] {
-        const auto stop = PollableFlag::make();
-        const auto connection = listening.value().accept(*stop, ample);
-        const auto line = readFrame(*connection, {.deadline = Uptime::now() + ample});
-        const auto reply = replyLine(*ApprovalRequest::parse(*line), Decision::allow);
-        ::send(connection->get(), reply.data(), reply.size(), MSG_NOSIGNAL);
-    });
-    HookClient(place.directory()).run("quillmoss", host.out.get(), answer.in.get());
-    server.join();
-}
-
 } // namespace
 } // namespace notch

@@ -199,15 +199,6 @@ INSTANTIATE_TEST_SUITE_P(Rows, HostileHookProcess,
         HostileInput{"quotationMarks", "\"", "\\\"", "\""}),
     [](const auto& row) { return row.param.name; });
 
-TEST_F(HookProcess, readsNoFurtherThanItsLimit)
-{
-    for (const std::size_t size : {(1U << 20) + 1, 8U << 20}) {
-        const auto ending = runProgram(PROGRAM_PATH, {"--hook"}, inputOf(size));
-        EXPECT_EQ(ending.status, 0) << size;
-        EXPECT_EQ(ending.output + ending.errors, "") << size;
-    }
-}
-
 TEST_F(HookProcess, asksForTheLargestInput)
 {
     ChildProcess hook(PROGRAM_PATH, {"--hook"});
