@@ -122,7 +122,8 @@ QCheckBox* SettingsView::buildSwitch(Preference preference, const char* text)
 {
     auto* const box = new QCheckBox(words(text));
     box->setObjectName(toQString(name(preference)));
-    connect(box, &QCheckBox::toggled, this,
+    // Only what a person switches is written: refresh() must not turn defaults into choices.
+    connect(box, &QCheckBox::clicked, this,
         [this, preference](bool on) { preferences_.set(preference, on); });
     return box;
 }

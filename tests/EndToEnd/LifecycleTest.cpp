@@ -5,6 +5,9 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
 
 namespace notch {
 namespace {
@@ -83,6 +86,15 @@ TEST_F(LifecycleTest, quittingAsksFirstAndGivesTheRequestsBack)
     click("交回 QuillMoss 并退出");
     EXPECT_EQ(resident().finish().status, 0);
     EXPECT_TRUE(isWithoutAnswer(hook->finish()));
+}
+
+TEST_F(LifecycleTest, aStartWritesTheSwitchesItWasAskedForAndNoOther)
+{
+    startResident({"--enable-native-approvals"});
+    ASSERT_TRUE(appears("退出 QuillMoss Notch")) << "access is missing: the settings must be shown";
+    std::ifstream file(std::string(std::getenv("XDG_CONFIG_HOME")) + "/local.quillmoss.notch.ini");
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    EXPECT_EQ(text, "[General]\nnativeApprovalsEnabled=true\n");
 }
 
 TEST_F(LifecycleTest, withoutADisplayAStartSaysSoInOneLine)
