@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -34,8 +36,11 @@ public:
     }
     std::vector<std::uint8_t> bytes() const
     {
-        std::vector<std::uint8_t> all{0, 0, 0, 0, 1, 0, 0, 0, count_, 0, 0, 0};
-        all.insert(all.end(), bytes_.begin(), bytes_.end());
+        constexpr std::size_t headBytes = 12;
+        std::vector<std::uint8_t> all(headBytes + bytes_.size());
+        all[4] = 1; // The serial number.
+        all[8] = count_;
+        std::ranges::copy(bytes_, all.begin() + headBytes);
         return all;
     }
 
