@@ -39,6 +39,14 @@ protected:
         synchronise(); // What the monitor asked for on this occasion holds.
         return std::exchange(seen, {});
     }
+    // The same, whatever else there was.
+    bool sees(const std::string& what)
+    {
+        const bool found = eventually([&] { return seen.find(what) != std::string::npos; });
+        synchronise();
+        seen.clear();
+        return found;
+    }
     void release(std::uint8_t button)
     {
         other->release(button);
@@ -97,10 +105,11 @@ TEST_F(PointerOnDesktop, dragOntoTheSurfaceIsTold)
     watch();
     other->press();
     EXPECT_EQ(seenUntil("left "), "left ");
+    // That the pointer crosses the surface's edge may be told besides, before or after.
     other->moveTo(640, 10);
-    EXPECT_EQ(seenUntil("dragged "), "dragged ");
+    EXPECT_TRUE(sees("dragged "));
     other->moveTo(100, 500);
-    EXPECT_EQ(seenUntil("dragged "), "dragged ");
+    EXPECT_TRUE(sees("dragged "));
     release(1);
     other->moveTo(200, 500);
     EXPECT_EQ(seenSoFar(), "");
