@@ -3,12 +3,52 @@
 
 #include "Platform/StatusItem/StatusItem.h"
 
+#include <QPainter>
+
 #include <utility>
 
 namespace notch {
 
-StatusItem::StatusItem(const QIcon& icon, const QString& description)
-    : icon_(icon)
+namespace {
+
+QPixmap whiteGlyph(const QIcon& shape, int side)
+{
+    QPixmap glyph = shape.pixmap(QSize(side, side));
+    QPainter painter(&glyph);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(glyph.rect(), Qt::white);
+    return glyph;
+}
+
+QPixmap badge(const QIcon& shape, int side)
+{
+    const int margin = side / 11;
+    QPixmap picture(side, side);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setBrush(Qt::black);
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(picture.rect(), side / 4.0, side / 4.0);
+    painter.drawPixmap(picture.rect().adjusted(margin, margin, -margin, -margin),
+        whiteGlyph(shape, side - 2 * margin));
+    return picture;
+}
+
+// 18 points of glyph in the 22 that bars give an icon, and the same for a bar of twice the density.
+QIcon badges(const QIcon& shape)
+{
+    QIcon icon;
+    for (const int side : {22, 44})
+        icon.addPixmap(badge(shape, side));
+    return icon;
+}
+
+} // namespace
+
+StatusItem::StatusItem(const QIcon& shape, const QString& description)
+    : icon_(badges(shape))
 {
     menu_.setAccessibleName(description);
     icon_.setContextMenu(&menu_);

@@ -15,7 +15,9 @@ namespace notch {
 // simply not seen.
 class StatusItem {
 public:
-    StatusItem(const QIcon& icon, const QString& description);
+    // Of the template only the shape counts: it is shown white on a black badge, since nobody here
+    // tells a dark bar from a light one and draws the shape to suit.
+    StatusItem(const QIcon& shape, const QString& description);
 
     // Appends to the menu.
     void add(const QString& title, std::function<void()> chosen);
