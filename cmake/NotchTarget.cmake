@@ -12,7 +12,7 @@ function(notch_compile_options target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
         -Wno-missing-field-initializers # Designated initialisers leave defaults on purpose.
-        -Wno-restrict) # GCC 12 misreads a literal plus a string as an overlap (its bug 105651).
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>) # GCC 12 misreads a literal plus a string as an overlap (its bug 105651).
     if(NOTCH_SANITIZERS)
         target_compile_options(${target} PUBLIC
             -fsanitize=${NOTCH_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
