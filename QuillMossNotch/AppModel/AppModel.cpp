@@ -283,23 +283,27 @@ void AppModel::showDemo(Demo demo)
 void AppModel::endDemo()
 {
     const Change change(*this);
-    if (state_.isDemo)
-        finish(state_.interaction.requests().front().id, Kind::returned);
+    const auto* current = state_.interaction.current();
+    if (state_.isDemo && current)
+        finish(std::string(current->id), Kind::returned);
 }
 
 // Receipts
 
 void AppModel::scheduleFeedbackDismissal()
 {
+    feedbackWork_.cancel();
+    const auto receipt = receiptID(state_.interaction);
+    if (!receipt)
+        return;
     outside_.reminders.disarm();
     disarm();
     const bool more = !state_.interaction.requests().empty();
-    feedbackWork_ =
-        outside_.mainQueue.after(more ? receiptBeforeNextRequest : receiptOverEmptyQueue,
-            [this, receipt = receiptID(state_.interaction)] {
-                if (receiptID(state_.interaction) == receipt)
-                    endFeedback();
-            });
+    feedbackWork_ = outside_.mainQueue.after(
+        more ? receiptBeforeNextRequest : receiptOverEmptyQueue, [this, receipt] {
+            if (receiptID(state_.interaction) == receipt)
+                endFeedback();
+        });
 }
 
 void AppModel::dismissFeedback()

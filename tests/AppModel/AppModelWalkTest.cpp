@@ -182,7 +182,7 @@ private:
 TEST(AppModelWalk, decidesOnlyWhatAPersonSawAndClicked)
 {
     std::size_t decisions = 0;
-    const auto first = std::random_device{}();
+    constexpr unsigned first = 2'279'277'199; // It once met a timer that outlived its receipt.
     for (unsigned seed = first; seed != first + 40; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Walk walk(seed);
