@@ -4,6 +4,7 @@
 #include "AppDelegate/AppDelegate.h"
 
 #include "AppDelegate/QuitAlert.h"
+#include "NotchView/ResourceIcon.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -84,7 +85,7 @@ void AppDelegate::willTerminate()
 
 void AppDelegate::buildStatusItem()
 {
-    statusItem_.emplace(QIcon(u":/notch/MenuBarTemplate.png"_s), description);
+    statusItem_.emplace(resourceIcon(u"MenuBarTemplate"_s), description);
     for (const auto& [title, chosen] : menu) {
         if (chosen)
             statusItem_->add(title.toString(), [this, chosen = chosen] { (this->*chosen)(); });

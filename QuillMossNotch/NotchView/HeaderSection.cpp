@@ -6,6 +6,7 @@
 #include "NotchView/HeaderContent.h"
 #include "NotchView/IconButton.h"
 #include "NotchView/NotchStyle.h"
+#include "NotchView/ResourceIcon.h"
 #include "NotchView/SymbolPath.h"
 #include "NotchView/TextLine.h"
 
@@ -26,7 +27,7 @@ class HeaderSection::Avatar final : public QWidget {
 public:
     explicit Avatar(QWidget* parent)
         : QWidget(parent)
-        , picture_(QStringLiteral(":/notch/BrandAvatar.png"))
+        , picture_(resourceIcon(QStringLiteral("BrandAvatar")))
     {
         setFixedSize(avatarSide, avatarSide);
     }
