@@ -40,13 +40,13 @@ function(notch_library name)
 endfunction()
 
 # For programs that the host starts and waits for, whose time goes into mapping and relocating
-# pages: no shared object but libc, no unused code, few segments, every symbol bound in one pass.
+# pages: no shared object but libc, no unused code, every symbol bound in one pass.
 # The sanitizers' runtimes need the shared C++ library.
 function(notch_link_for_fast_start target)
     if(NOT NOTCH_SANITIZERS)
         target_link_options(${target} PRIVATE
             -static-libstdc++ -static-libgcc -Wl,--as-needed -Wl,--gc-sections
-            -Wl,--exclude-libs,ALL -Wl,-z,noseparate-code -Wl,-z,now)
+            -Wl,--exclude-libs,ALL -Wl,-z,now)
     endif()
 endfunction()
 
