@@ -5,6 +5,8 @@
 
 #include "Foundation/JsonReader.h"
 
+#include <algorithm>
+
 namespace notch {
 namespace {
 
@@ -12,42 +14,37 @@ constexpr std::size_t blanksPerLevel = 2;
 constexpr std::size_t pieceBytes =
     65'536; // Of a text written in pieces, at least, but for the last.
 
-void writeString(std::string& out, std::string_view text)
+bool needsEscape(char character)
+{
+    return character == '"' || character == '\\' || static_cast<unsigned char>(character) < 0x20;
+}
+
+void writeEscaped(std::string& out, char character)
 {
     constexpr std::string_view digits = "0123456789abcdef";
+    constexpr std::string_view named = "\"\\\b\f\n\r\t";
+    constexpr std::string_view names = "\"\\bfnrt";
+    out += '\\';
+    if (const auto at = named.find(character); at != named.npos) {
+        out += names[at];
+        return;
+    }
+    const auto code = static_cast<unsigned char>(character);
+    out += "u00";
+    out += digits[code >> 4];
+    out += digits[code & 0x0F];
+}
+
+void writeString(std::string& out, std::string_view text)
+{
     out += '"';
-    for (const char character : text) {
-        switch (character) {
-        case '"':
-            out += "\\\"";
+    for (;;) {
+        const auto special = std::ranges::find_if(text, needsEscape);
+        out.append(text.begin(), special);
+        if (special == text.end())
             break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\b':
-            out += "\\b";
-            break;
-        case '\f':
-            out += "\\f";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (const auto code = static_cast<unsigned char>(character); code < 0x20) {
-                out += "\\u00";
-                out += digits[code >> 4];
-                out += digits[code & 0x0F];
-            } else {
-                out += character;
-            }
-        }
+        writeEscaped(out, *special);
+        text = {special + 1, text.end()};
     }
     out += '"';
 }

@@ -24,13 +24,12 @@ public:
             blocks_.emplace_back().reserve(blockLength);
         blocks_.back().push_back(std::move(value));
     }
-    T pop()
+    T& top() { return blocks_.back().back(); }
+    void pop()
     {
-        T value = std::move(blocks_.back().back());
         blocks_.back().pop_back();
         if (blocks_.back().empty())
             blocks_.pop_back();
-        return value;
     }
 
 private:
@@ -55,8 +54,8 @@ public:
     {
         Json::Array array;
         array.reserve(count);
-        for (std::size_t i = 0; i < count; ++i)
-            array.push_back(values_.pop());
+        for (std::size_t i = 0; i < count; ++i, values_.pop())
+            array.push_back(std::move(values_.top()));
         std::ranges::reverse(array);
         return push(std::move(array));
     }
@@ -64,9 +63,9 @@ public:
     bool on_object_end(std::size_t count, json::error_code&)
     {
         Json::Object object;
-        for (std::size_t i = 0; i < count; ++i)
-            object.emplace(
-                keys_.pop(), values_.pop()); // The last of equal keys comes first, and stays.
+        // The last of equal keys comes first, and stays.
+        for (std::size_t i = 0; i < count; ++i, keys_.pop(), values_.pop())
+            object.try_emplace(std::move(keys_.top()), std::move(values_.top()));
         return push(std::move(object));
     }
     bool on_key_part(json::string_view part, std::size_t, json::error_code&)
@@ -100,7 +99,7 @@ public:
     bool on_comment_part(json::string_view, json::error_code&) { return true; }
     bool on_comment(json::string_view, json::error_code&) { return true; }
 
-    Json takeRoot() { return values_.pop(); }
+    Json takeRoot() { return std::move(values_.top()); }
 
 private:
     bool push(Json value)
