@@ -12,24 +12,13 @@ namespace {
 
 TEST(UUID, readsOnlyTheCanonicalForm)
 {
-    struct Row {
-        const char* text;
-        bool valid;
-    };
-    for (const auto& row : {
-             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964FF", true},
-             Row{"6f9619ff-8b86-d011-b42d-00cf4fc964ff", true},
-             Row{"", false},
-             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964F", false},
-             Row{"6F9619FF-8B86-D011-B42D-00CF4FC964FF0", false},
-             Row{"6F9619FF8-B86-D011-B42D-00CF4FC964FF", false},
-             Row{"6F9619FG-8B86-D011-B42D-00CF4FC964FF", false},
-             Row{"{6F9619FF-8B86-D011-B42D-00CF4FC964F}", false},
-             Row{" F9619FF-8B86-D011-B42D-00CF4FC964FF", false},
-         })
-        EXPECT_EQ(UUID::parse(row.text).has_value(), row.valid) << row.text;
-    EXPECT_EQ(UUID::parse("6f9619ff-8b86-d011-b42d-00cf4fc964ff")->text(),
+    EXPECT_EQ(UUID::parse("6f9619ff-8b86-d011-b42d-00Cf4Fc964Ff").value().text(),
         "6F9619FF-8B86-D011-B42D-00CF4FC964FF");
+    for (const char* text :
+        {"", "6F9619FF-8B86-D011-B42D-00CF4FC964F", "6F9619FF-8B86-D011-B42D-00CF4FC964FF0",
+            "6F9619FF8-B86-D011-B42D-00CF4FC964FF", "6F9619FG-8B86-D011-B42D-00CF4FC964FF",
+            "{6F9619FF-8B86-D011-B42D-00CF4FC964F}", " F9619FF-8B86-D011-B42D-00CF4FC964FF"})
+        EXPECT_FALSE(UUID::parse(text)) << text;
 }
 
 TEST(UUID, randomOnesAreVersion4AndDiffer)

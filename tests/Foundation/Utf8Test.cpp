@@ -16,12 +16,10 @@ TEST(Utf8, acceptsShortestFormsWithoutSurrogates)
         bool valid;
     };
     for (const auto& row : {
-             Row{"nothing", "", true},
              Row{"last scalar of each length", "\x7F\xDF\xBF\xEF\xBF\xBF\xF4\x8F\xBF\xBF", true},
              Row{"first scalar of each length", "\xC2\x80\xE0\xA0\x80\xF0\x90\x80\x80", true},
              Row{"around the surrogates", "\xED\x9F\xBF\xEE\x80\x80", true},
              Row{"first surrogate", "\xED\xA0\x80", false},
-             Row{"last surrogate", "\xED\xBF\xBF", false},
              Row{"overlong, two bytes", "\xC1\xBF", false},
              Row{"overlong, three bytes", "\xE0\x9F\xBF", false},
              Row{"overlong, four bytes", "\xF0\x8F\xBF\xBF", false},
@@ -36,16 +34,13 @@ TEST(Utf8, acceptsShortestFormsWithoutSurrogates)
 TEST(Utf8, cutsBehindWholeScalars)
 {
     EXPECT_EQ(firstScalars("会话abc", 3), "会话a");
-    EXPECT_EQ(firstScalars("会话", 2), "会话");
     EXPECT_EQ(firstScalars("会话", 9), "会话");
     EXPECT_EQ(firstScalars("会话", 0), "");
 }
 
 TEST(Utf8, lowersNamesIncludingTheKelvinSign)
 {
-    EXPECT_EQ(lowercasedName("AskUser_QUESTION"), "askuser_question");
-    EXPECT_EQ(lowercasedName("As\u212AUser"), "askuser");
-    EXPECT_EQ(lowercasedName("会话\xE2\x84"), "会话\xE2\x84");
+    EXPECT_EQ(lowercasedName("As\u212AUser_QUESTION会话\xE2\x84"), "askuser_question会话\xE2\x84");
 }
 
 } // namespace
