@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <thread>
-#include <unistd.h>
 
 namespace notch {
 namespace {
@@ -15,88 +14,76 @@ namespace {
 constexpr Seconds ample{30};
 constexpr Seconds moment{0.05};
 
-struct Connection {
-    UniqueFd here;
-    UniqueFd there;
-};
-
-Connection connected()
-{
-    std::array<int, 2> ends{};
-    EXPECT_EQ(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()), 0);
-    return {UniqueFd(ends[0]), UniqueFd(ends[1])};
-}
-
 FrameLimits within(Seconds time)
 {
     return {.deadline = Uptime::now() + time};
 }
 
-TEST(Framing, carriesTheLargestMessage)
+class Framing : public testing::Test {
+protected:
+    Framing()
+    {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(
+            ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0, ends.data()), 0);
+        here = UniqueFd(ends[0]);
+        there = UniqueFd(ends[1]);
+    }
+
+    const std::string largest = std::string(maximumBridgePayload, 'x');
+    UniqueFd here;
+    UniqueFd there;
+};
+
+TEST_F(Framing, carriesTheLargestMessage)
 {
-    const auto connection = connected();
-    const std::string payload(maximumBridgePayload, 'x');
-    std::thread writer([&] { EXPECT_TRUE(writeFrame(connection.there, payload, within(ample))); });
-    EXPECT_EQ(readFrame(connection.here, within(ample)), payload);
+    std::thread writer([&] { EXPECT_TRUE(writeFrame(there, largest, within(ample))); });
+    EXPECT_EQ(readFrame(here, within(ample)), largest);
     writer.join();
 }
 
-TEST(Framing, sendsNothingOfAMessageThatIsTooLarge)
+TEST_F(Framing, sendsNothingOfAMessageThatIsTooLarge)
 {
-    auto connection = connected();
-    const std::string payload(maximumBridgePayload + 1, 'x');
-    EXPECT_FALSE(writeFrame(connection.there, payload, within(ample)));
-    connection.there = {};
+    EXPECT_FALSE(writeFrame(there, largest + "x", within(ample)));
+    there = {};
     char byte{};
-    EXPECT_EQ(::recv(connection.here.get(), &byte, 1, 0), 0);
+    EXPECT_EQ(::recv(here.get(), &byte, 1, 0), 0);
 }
 
-TEST(Framing, readsNothingFromAPeerThatGoesBeforeTheLineEnds)
+TEST_F(Framing, readsTheLineOfAPeerThatIsGone)
 {
-    for (const std::string_view sent : {"", "abc"}) {
-        auto connection = connected();
-        ::send(connection.there.get(), sent.data(), sent.size(), 0);
-        connection.there = {};
-        EXPECT_FALSE(readFrame(connection.here, within(ample))) << sent;
-    }
+    EXPECT_TRUE(writeFrame(there, "abc", within(ample)));
+    there = {};
+    EXPECT_EQ(readFrame(here, within(ample)), "abc");
+    EXPECT_FALSE(readFrame(here, within(ample)));
+    EXPECT_FALSE(writeFrame(here, "abc", within(ample))) << "and no signal ends the process";
 }
 
-TEST(Framing, readsTheLineOfAPeerThatIsGone)
+TEST_F(Framing, readsNothingFromAPeerThatGoesBeforeTheLineEnds)
 {
-    auto connection = connected();
-    EXPECT_TRUE(writeFrame(connection.there, "abc", within(ample)));
-    connection.there = {};
-    EXPECT_EQ(readFrame(connection.here, within(ample)), "abc");
+    ::send(there.get(), "abc", 3, 0);
+    there = {};
+    EXPECT_FALSE(readFrame(here, within(ample)));
 }
 
-TEST(Framing, endsAtTheDeadline)
+TEST_F(Framing, endsAtTheDeadline)
 {
-    const auto connection = connected();
-    EXPECT_FALSE(readFrame(connection.here, within(moment)));
-    EXPECT_FALSE(readFrame(connection.here, within(Seconds{0})));
-    const std::string moreThanTheSocketHolds(maximumBridgePayload, 'x');
-    EXPECT_FALSE(writeFrame(connection.there, moreThanTheSocketHolds, within(moment)));
+    EXPECT_FALSE(readFrame(here, within(moment)));
+    EXPECT_FALSE(readFrame(here, within(Seconds{0})));
+    EXPECT_FALSE(writeFrame(there, largest, within(moment))) << "more than the socket holds";
 }
 
-TEST(Framing, endsWhenTheFlagIsRaised)
+TEST_F(Framing, endsWhenTheFlagIsRaised)
 {
-    const auto connection = connected();
     const auto stop = PollableFlag::make();
     ASSERT_TRUE(stop);
     FrameLimits limits = within(ample);
     limits.stop = &*stop;
     std::thread raiser([&] { stop->raise(); });
-    EXPECT_FALSE(readFrame(connection.here, limits));
+    EXPECT_FALSE(readFrame(here, limits));
     EXPECT_LT(Uptime::now(), limits.deadline);
-    EXPECT_FALSE(writeFrame(connection.there, "abc", limits));
+    EXPECT_FALSE(writeFrame(there, "abc", limits));
     raiser.join();
-}
-
-TEST(Framing, failsWithoutASignalWhenThePeerIsGone)
-{
-    auto connection = connected();
-    connection.there = {};
-    EXPECT_FALSE(writeFrame(connection.here, "abc", within(ample)));
 }
 
 } // namespace

@@ -5,174 +5,103 @@
 
 #include "Bridge/Framing.h"
 #include "Bridge/ListeningSocket.h"
+#include "support/Connections.h"
 #include "support/TemporaryDirectory.h"
 
 #include <array>
 #include <fcntl.h>
-#include <functional>
+#include <future>
 #include <gtest/gtest.h>
-#include <sys/socket.h>
+#include <sys/ioctl.h>
 #include <thread>
 
 namespace notch {
 namespace {
 
 constexpr Seconds ample{30};
-constexpr std::string_view goodInput =
-    R"({"hook_event_name":"PermissionRequest","tool_name":"Bash","tool_input":{"command":"ls"}})";
-constexpr std::string_view allowLine =
-    R"({"decision":"approve","hookSpecificOutput":{"decision":{"behavior":"allow"},)"
-    R"("hookEventName":"PermissionRequest","permissionDecision":"allow"}})"
-    "\n";
 
-struct Pipe {
-    UniqueFd out;
-    UniqueFd in;
-};
-
-Pipe makePipe(int flags = 0)
+std::string line(const std::string& id, Decision decision)
 {
-    std::array<int, 2> ends{};
-    EXPECT_EQ(::pipe2(ends.data(), O_CLOEXEC | flags), 0);
-    return {UniqueFd(ends[0]), UniqueFd(ends[1])};
-}
-
-std::string readAll(const UniqueFd& from)
-{
-    std::string all;
-    std::array<char, 4096> chunk;
-    for (ssize_t count; (count = ::read(from.get(), chunk.data(), chunk.size())) > 0;)
-        all.append(chunk.data(), static_cast<std::size_t>(count));
-    return all;
+    return DecisionReply{.id = id, .decision = decision}.serialize() + "\n";
 }
 
 class HookClientTest : public testing::Test {
 protected:
-    // What the hook prints for this input.
-    std::string printed(std::string_view input, int pipeFlags = 0) const
+    void SetUp() override { ASSERT_TRUE(listening.ok()); }
+
+    // What the next hook asks; it gets these bytes for it.
+    ApprovalRequest serve(const std::string& reply) const
     {
-        auto host = makePipe(pipeFlags);
-        auto answer = makePipe();
-        std::thread writer([&] {
-            for (auto rest = input; !rest.empty();) {
-                const auto count = ::write(host.in.get(), rest.data(), rest.size());
-                if (count > 0)
-                    rest.remove_prefix(static_cast<std::size_t>(count));
-                else if (errno != EAGAIN)
-                    break;
-            }
-            host.in = {};
-        });
-        HookClient(place.directory()).run("quillmoss", host.out.get(), answer.in.get());
-        host.out = {}; // Ends the writer if the hook read less than everything.
-        writer.join();
-        answer.in = {};
-        return readAll(answer.out);
+        const auto never = PollableFlag::make();
+        const auto connection = listening.value().accept(*never, ample);
+        const auto bytes = readFrame(*connection, {.deadline = Uptime::now() + ample});
+        const auto asked = ApprovalRequest::parse(bytes.value_or("")).value();
+        sendBytes(*connection, reply);
+        return asked;
     }
 
-    // What the hook prints when a server gives these bytes for its request's line.
-    std::string printedFor(const std::function<std::string(const ApprovalRequest&)>& reply) const
+    std::optional<Decision> decisionAfter(const std::string& reply) const
     {
-        const auto listening = ListeningSocket::open(place, 1);
-        EXPECT_TRUE(listening.ok());
-        std::thread server([&] {
-            const auto stop = PollableFlag::make();
-            const auto connection = listening.value().accept(*stop, ample);
-            const auto line = readFrame(*connection, {.deadline = Uptime::now() + ample});
-            const auto request = ApprovalRequest::parse(line.value_or(""));
-            ASSERT_TRUE(request);
-            const auto bytes = reply(*request);
-            ::send(connection->get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        });
-        auto output = printed(goodInput);
-        server.join();
-        return output;
+        auto server = std::async(std::launch::async, [&] { return serve(reply); });
+        const auto decision = client.exchange(request);
+        EXPECT_EQ(server.get(), request);
+        return decision;
     }
 
     TemporaryDirectory temporary;
     BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
+    Result<ListeningSocket, TransportError> listening = ListeningSocket::open(place, 1);
+    HookClient client{place.directory()};
+    ApprovalRequest request{.id = "0D9F2F6C-1D6E-4E57-9C1B-0A1B2C3D4E5F"};
 };
 
-std::string replyLine(const ApprovalRequest& request, Decision decision)
-{
-    return DecisionReply{.id = request.id, .decision = decision}.serialize() + "\n";
-}
-
-TEST_F(HookClientTest, printsNothingButForTheReplyToItsOwnRequest)
+TEST_F(HookClientTest, takesNothingButTheReplyToItsOwnRequest)
 {
     struct Row {
-        const char* name;
-        std::function<std::string(const ApprovalRequest&)> reply;
-        std::string_view printed;
+        std::string reply;
+        std::optional<Decision> decision;
     };
+    const auto allow = line(request.id, Decision::allow);
     for (const auto& row : {
-             Row{"allow", [](const auto& request) { return replyLine(request, Decision::allow); },
-                 allowLine},
-             Row{"passthrough",
-                 [](const auto& request) { return replyLine(request, Decision::passthrough); }, ""},
-             Row{"closed", [](const auto&) { return std::string(); }, ""},
-             Row{"another id",
-                 [](auto request) {
-                     request.id.back() ^= 1;
-                     return replyLine(request, Decision::allow);
-                 },
-                 ""},
-             Row{"unknown word",
-                 [](const auto& request) {
-                     return R"({"id":")" + request.id + "\",\"decision\":\"maybe\"}\n";
-                 },
-                 ""},
-             Row{"line not ended",
-                 [](const auto& request) {
-                     auto line = replyLine(request, Decision::allow);
-                     line.pop_back();
-                     return line;
-                 },
-                 ""},
-             Row{"two lines",
-                 [](const auto& request) {
-                     const auto line = replyLine(request, Decision::allow);
-                     return line + line;
-                 },
-                 ""},
-             Row{"no JSON", [](const auto&) { return std::string("allow\n"); }, ""},
+             Row{allow, Decision::allow},
+             Row{line(request.id, Decision::deny), Decision::deny},
+             Row{line(request.id, Decision::passthrough), Decision::passthrough},
+             Row{line("0D9F2F6C-1D6E-4E57-9C1B-0A1B2C3D4E5E", Decision::allow), std::nullopt},
+             Row{allow + allow, std::nullopt},
+             Row{"allow\n", std::nullopt},
+             Row{"", std::nullopt},
          })
-        EXPECT_EQ(printedFor(row.reply), row.printed) << row.name;
+        EXPECT_EQ(decisionAfter(row.reply), row.decision) << row.reply;
 }
 
 // No damage on the way back turns into a decision that nobody took.
 TEST_F(HookClientTest, neverAllowsForADamagedDenial)
 {
-    const auto length =
-        DecisionReply{.id = std::string(36, 'x'), .decision = Decision::deny}.serialize().size();
-    for (std::size_t at = 0; at < length; ++at) {
-        const auto output = printedFor([&](const auto& request) {
-            auto line = replyLine(request, Decision::deny);
-            line[at] = static_cast<char>(line[at] ^ (1 << (at % 8)));
-            return line;
-        });
-        EXPECT_EQ(output.find("allow"), std::string::npos) << at;
+    const auto denial = line(request.id, Decision::deny);
+    for (std::size_t at = 0; at < denial.size(); ++at) {
+        auto damaged = denial;
+        damaged[at] = static_cast<char>(damaged[at] ^ (1 << (at % 8)));
+        EXPECT_NE(decisionAfter(damaged), Decision::allow) << at;
     }
 }
 
-TEST_F(HookClientTest, readsAllOfALargestInputAndNothingBeyond)
+// A host may hand over a pipe that does not block.
+TEST_F(HookClientTest, waitsForTheRestOfItsInput)
 {
-    struct Row {
-        std::size_t size;
-        bool asked;
-    };
-    for (const auto& row : {Row{1'048'576, true}, Row{1'048'577, false}}) {
-        const auto listening = ListeningSocket::open(place, 1);
-        ASSERT_TRUE(listening.ok());
-        const auto input = std::string(goodInput) + std::string(row.size - goodInput.size(), ' ');
-        const auto stop = PollableFlag::make();
-        bool asked = false;
-        std::thread server([&] { asked = listening.value().accept(*stop, ample).has_value(); });
-        printed(input, O_NONBLOCK);
-        stop->raise();
-        server.join();
-        EXPECT_EQ(asked, row.asked) << row.size;
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK), 0);
+    const UniqueFd input(ends[0]);
+    UniqueFd host(ends[1]);
+    std::thread hook([&] { client.run("汉", input.get(), input.get()); });
+    for (const std::string_view piece :
+        {R"({"hook_event_name":"PermissionRequest",)", R"("tool_name":"Bash","tool_input":{}})"}) {
+        EXPECT_EQ(::write(host.get(), piece.data(), piece.size()), std::ssize(piece));
+        for (int unread = 1; unread > 0; std::this_thread::yield())
+            ASSERT_EQ(::ioctl(input.get(), FIONREAD, &unread), 0);
     }
+    host = {};
+    EXPECT_EQ(serve("").source, "汉");
+    hook.join();
 }
 
 } // namespace

@@ -3,14 +3,13 @@
 
 #include "Bridge/HookMessage.h"
 
+#include "Bridge/HookEventPolicy.h"
 #include "Foundation/UUID.h"
 
 #include <gtest/gtest.h>
 
 namespace notch {
 namespace {
-
-using namespace std::string_literals;
 
 constexpr Date now{785000000.25};
 
@@ -22,64 +21,54 @@ TEST(HookMessage, becomesARequest)
 {
     const auto request = parseHookInput(goodInput, "quillmossAI", now);
     ASSERT_TRUE(request);
-    const auto id = UUID::parse(request->id);
-    ASSERT_TRUE(id);
-    EXPECT_EQ(*request, (ApprovalRequest{
-                            .id = id->text(),
-                            .sessionID = "s-1",
-                            .toolName = "Write",
-                            .toolInputJSON = "{\n"
-                                             "  \"a\" : {\n"
-                                             "    \"汉\" : [\n"
-                                             "      true,\n"
-                                             "      null\n"
-                                             "    ]\n"
-                                             "  },\n"
-                                             "  \"path\" : \"/x/y\",\n"
-                                             "  \"z\" : 1.10\n"
-                                             "}",
-                            .cwd = "/a/b",
-                            .eventName = "PermissionRequest",
-                            .expiresAt = now + Seconds{50},
-                            .source = "quillmossAI",
-                        }));
+    const ApprovalRequest expected{
+        .id = UUID::parse(request->id).value().text(),
+        .sessionID = "s-1",
+        .toolName = "Write",
+        .toolInputJSON = R"({
+  "a" : {
+    "汉" : [
+      true,
+      null
+    ]
+  },
+  "path" : "/x/y",
+  "z" : 1.10
+})",
+        .cwd = "/a/b",
+        .eventName = "PermissionRequest",
+        .expiresAt = now + Seconds{50},
+        .source = "quillmossAI",
+    };
+    EXPECT_EQ(*request, expected);
     EXPECT_NE(parseHookInput(goodInput, "", now)->id, request->id);
 }
 
 TEST(HookMessage, leavesTheRestToTheHost)
 {
-    struct Row {
-        const char* name;
-        std::string input;
-    };
-    for (const auto& row :
+    for (const char* input :
         {
-            Row{"nothing", ""},
-            Row{"no JSON", "rm -rf"},
-            Row{"array", "[]"},
-            Row{"empty object", "{}"},
-            Row{"no event", R"({"tool_name":"B","tool_input":{}})"},
-            Row{"event is no string", R"({"hook_event_name":1,"tool_name":"B","tool_input":{}})"},
-            Row{"event in other case",
-                R"({"hook_event_name":"permissionrequest","tool_name":"B","tool_input":{}})"},
-            Row{"event with a NUL behind it",
-                R"({"hook_event_name":"PermissionRequest\u0000","tool_name":"B","tool_input":{}})"},
-            Row{"no tool", R"({"hook_event_name":"PermissionRequest","tool_input":{}})"},
-            Row{"question tool",
-                R"({"hook_event_name":"PermissionRequest","tool_name":"AskUserQuestion","tool_input":{}})"},
-            Row{"no input", R"({"hook_event_name":"PermissionRequest","tool_name":"B"})"},
-            Row{"input is an array",
-                R"({"hook_event_name":"PermissionRequest","tool_name":"B","tool_input":[]})"},
-            Row{"input is a string",
-                R"({"hook_event_name":"PermissionRequest","tool_name":"B","tool_input":"{}"})"},
-            Row{"last of two events counts",
-                R"({"hook_event_name":"PermissionRequest","hook_event_name":"x","tool_name":"B","tool_input":{}})"},
-            Row{"lone surrogate",
-                R"({"hook_event_name":"PermissionRequest","tool_name":"\ud800","tool_input":{}})"},
-            Row{"no UTF-8", "{\"hook_event_name\":\"PermissionRequest\",\"tool_name\":\"\xFF\","
-                            "\"tool_input\":{}}"},
+            "",
+            "[]",
+            R"({"tool_name":"B","tool_input":{}})",
+            R"({"hook_event_name":1,"tool_name":"B","tool_input":{}})",
+            R"({"hook_event_name":"PermissionRequest\u0000","tool_name":"B","tool_input":{}})",
+            R"({"hook_event_name":"PermissionRequest","tool_input":{}})",
+            R"({"hook_event_name":"PermissionRequest","tool_name":"ExitPlanMode","tool_input":{}})",
+            R"({"hook_event_name":"PermissionRequest","tool_name":"B"})",
+            R"({"hook_event_name":"PermissionRequest","tool_name":"B","tool_input":[]})",
+            R"({"hook_event_name":"PermissionRequest","tool_name":"B","tool_input":"{}"})",
         })
-        EXPECT_FALSE(parseHookInput(row.input, "quillmoss", now)) << row.name;
+        EXPECT_FALSE(parseHookInput(input, "quillmoss", now)) << input;
+}
+
+TEST(HookEventPolicy, refusesOtherEventsAndToolsThatAskThemselves)
+{
+    EXPECT_TRUE(HookEventPolicy::acceptsApproval("PermissionRequest", "Bash"));
+    EXPECT_FALSE(HookEventPolicy::acceptsApproval("permissionRequest", "Bash"));
+    for (const char* tool : {"AskUserQuestion", "ask_user_question", "ASKUSERFORSTRUCTUREDINPUT",
+             "ask_user_for_structured_input", "ExitPlanMode", "Exit_Plan_Mode"})
+        EXPECT_FALSE(HookEventPolicy::acceptsApproval("PermissionRequest", tool)) << tool;
 }
 
 TEST(HookMessage, takesOnlyStringsForSessionAndFolder)
@@ -88,8 +77,7 @@ TEST(HookMessage, takesOnlyStringsForSessionAndFolder)
         R"({"hook_event_name":"PermissionRequest","tool_name":"B","tool_input":{},"session_id":7,"cwd":["/"]})",
         "quillmoss", now);
     ASSERT_TRUE(request);
-    EXPECT_EQ(request->sessionID, "");
-    EXPECT_EQ(request->cwd, "");
+    EXPECT_EQ(request->sessionID + request->cwd, "");
 }
 
 // A value whose pretty text is hundreds of times its size must not be written out first.

@@ -20,35 +20,42 @@ namespace {
 using Code = TransportError::Code;
 
 constexpr Seconds ample{30};
+constexpr uid_t nobody = 65534;
 
 class ListeningSocketTest : public testing::Test {
 protected:
-    std::optional<TransportError> openAndClose() const
+    Result<ListeningSocket, TransportError> open() const { return ListeningSocket::open(place, 4); }
+    std::optional<Code> errorOfOpen() const
     {
-        const auto listening = ListeningSocket::open(place, 4);
-        return listening.ok() ? std::nullopt : std::optional(listening.error());
+        const auto listening = open();
+        return listening.ok() ? std::nullopt : std::optional(listening.error().code);
     }
 
     // What a crashed server leaves behind.
-    void leaveSocket(mode_t mode) const
+    UniqueFd leaveSocket(mode_t mode = 0600) const
     {
-        ASSERT_FALSE(place.directory().prepare());
-        const auto socket = makeStreamSocket();
-        ASSERT_FALSE(place.bind(socket));
-        ASSERT_EQ(::chmod(place.path().c_str(), mode), 0);
+        EXPECT_FALSE(place.directory().prepare());
+        auto socket = makeStreamSocket();
+        EXPECT_FALSE(place.bind(socket));
+        EXPECT_EQ(::chmod(path, mode), 0);
+        return socket;
     }
 
-    void leaveFile() const
+    // True when the stranger's part is true in a process of another user.
+    static bool holdsForStranger(const std::function<bool()>& part)
     {
-        ASSERT_FALSE(place.directory().prepare());
-        UniqueFd file(::open(place.path().c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
-        ASSERT_TRUE(file.valid());
+        const pid_t stranger = ::fork();
+        if (stranger == 0)
+            ::_exit(::setuid(nobody) == 0 && part() ? 0 : 1);
+        int status = -1;
+        ::waitpid(stranger, &status, 0);
+        return status == 0;
     }
-
-    bool exists(const std::string& path) const { return ::access(path.c_str(), F_OK) == 0; }
 
     TemporaryDirectory temporary;
     BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
+    const char* const path = place.path().c_str();
+    const char* const directory = place.directory().path().c_str();
 };
 
 TEST_F(ListeningSocketTest, trustsOnlyItsOwnDirectoryAndSocket)
@@ -57,52 +64,51 @@ TEST_F(ListeningSocketTest, trustsOnlyItsOwnDirectoryAndSocket)
         const char* name;
         std::function<void()> prepare;
         std::optional<Code> error;
-        bool pathStays; // What stood under the socket's path before.
     };
-    const auto directory = place.directory().path();
-    for (const auto& row :
-        {
-            Row{"nothing there", [] {}, std::nullopt, false},
-            Row{"stale socket", [&] { leaveSocket(0600); }, std::nullopt, false},
-            Row{"stale socket, open to others", [&] { leaveSocket(0666); }, Code::unsafePath, true},
-            Row{"stale socket, too closed", [&] { leaveSocket(0400); }, Code::unsafePath, true},
-            Row{"regular file", [&] { leaveFile(); }, Code::unsafePath, true},
-            Row{"link to a stale socket",
-                [&] {
-                    leaveSocket(0600);
-                    const auto target = temporary / "target";
-                    ::rename(place.path().c_str(), target.c_str());
-                    EXPECT_EQ(::symlink(target.c_str(), place.path().c_str()), 0);
-                },
-                Code::unsafePath, true},
-            Row{"directory open to others", [&] { ::mkdir(directory.c_str(), 0755); },
-                Code::unsafePath, false},
-            Row{"directory without write", [&] { ::mkdir(directory.c_str(), 0500); },
-                Code::unsafePath, false},
-            Row{"link to a safe directory",
-                [&] {
-                    ::mkdir((temporary / "real").c_str(), 0700);
-                    EXPECT_EQ(::symlink((temporary / "real").c_str(), directory.c_str()), 0);
-                },
-                Code::unsafePath, false},
-            Row{"file in place of the directory",
-                [&] { UniqueFd(::open(directory.c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0700)); },
-                Code::unsafePath, false},
-        }) {
+    const auto elsewhere = temporary / "elsewhere";
+    for (const auto& row : {
+             Row{"nothing there", [] {}, std::nullopt},
+             Row{"stale socket", [&] { leaveSocket(); }, std::nullopt},
+             Row{"stale socket, open to others", [&] { leaveSocket(0666); }, Code::unsafePath},
+             Row{"stale socket, too closed", [&] { leaveSocket(0400); }, Code::unsafePath},
+             Row{"regular file",
+                 [&] {
+                     ::mkdir(directory, 0700);
+                     UniqueFd(::open(path, O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+                 },
+                 Code::unsafePath},
+             Row{"link to a stale socket",
+                 [&] {
+                     leaveSocket();
+                     ::rename(path, elsewhere.c_str());
+                     EXPECT_EQ(::symlink(elsewhere.c_str(), path), 0);
+                 },
+                 Code::unsafePath},
+             Row{"directory open to others", [&] { ::mkdir(directory, 0755); }, Code::unsafePath},
+             Row{"directory without write", [&] { ::mkdir(directory, 0500); }, Code::unsafePath},
+             Row{"link to a safe directory",
+                 [&] {
+                     ::mkdir(elsewhere.c_str(), 0700);
+                     EXPECT_EQ(::symlink(elsewhere.c_str(), directory), 0);
+                 },
+                 Code::unsafePath},
+             Row{"file in place of the directory",
+                 [&] { UniqueFd(::open(directory, O_CREAT | O_WRONLY | O_CLOEXEC, 0700)); },
+                 Code::unsafePath},
+         }) {
         row.prepare();
-        const auto error = openAndClose();
-        EXPECT_EQ(error ? std::optional(error->code) : std::nullopt, row.error) << row.name;
-        struct stat status { };
-        EXPECT_EQ(::lstat(place.path().c_str(), &status) == 0, row.pathStays) << row.name;
+        const auto before = place.identity();
+        EXPECT_EQ(errorOfOpen(), row.error) << row.name;
+        EXPECT_EQ(place.identity(), row.error ? before : std::nullopt) << row.name;
         std::filesystem::remove_all(directory);
-        std::filesystem::remove_all(temporary / "real");
+        std::filesystem::remove_all(elsewhere);
     }
 }
 
 TEST_F(ListeningSocketTest, refusesAPathThatDoesNotFitAnAddress)
 {
     const auto name = std::string(103 - place.directory().path().size() - 1, 's');
-    EXPECT_FALSE(ListeningSocket::open(BridgeSocket(place.directory(), name), 4).ok() == false);
+    EXPECT_TRUE(ListeningSocket::open(BridgeSocket(place.directory(), name), 4).ok());
     const auto longer = ListeningSocket::open(BridgeSocket(place.directory(), name + "s"), 4);
     ASSERT_FALSE(longer.ok());
     EXPECT_EQ(longer.error(), (TransportError{Code::system, ENAMETOOLONG}));
@@ -112,34 +118,31 @@ TEST_F(ListeningSocketTest, leavesALiveServerAlone)
 {
     const auto first = ListeningSocket::open(place, 0);
     ASSERT_TRUE(first.ok());
-    EXPECT_EQ(openAndClose(), TransportError{Code::alreadyRunning});
+    EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
     // The probes that nobody accepts fill the backlog; a server with a full one is alive, too.
     while (place.connect()) { }
-    EXPECT_EQ(openAndClose(), TransportError{Code::alreadyRunning});
+    EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
     EXPECT_TRUE(first.value().isReachable());
 }
 
-TEST_F(ListeningSocketTest, connectsOnlyToASafeSocket)
+TEST_F(ListeningSocketTest, isReachedOnlyOnASafePath)
 {
-    EXPECT_FALSE(place.connect());
-    const auto listening = ListeningSocket::open(place, 4);
+    const auto listening = open();
     ASSERT_TRUE(listening.ok());
-    EXPECT_TRUE(place.connect());
-    ::chmod(place.path().c_str(), 0660);
-    EXPECT_FALSE(place.connect());
-    EXPECT_FALSE(listening.value().isReachable());
-    ::chmod(place.path().c_str(), 0600);
-    ::chmod(place.directory().path().c_str(), 0750);
-    EXPECT_FALSE(place.connect());
-    EXPECT_FALSE(listening.value().isReachable());
-    ::chmod(place.directory().path().c_str(), 0700);
-    EXPECT_TRUE(place.connect());
-    EXPECT_TRUE(listening.value().isReachable());
+    const auto expectReach = [&](mode_t socketMode, mode_t directoryMode, bool reached) {
+        ::chmod(path, socketMode);
+        ::chmod(directory, directoryMode);
+        EXPECT_EQ(place.connect().has_value(), reached) << socketMode << directoryMode;
+        EXPECT_EQ(listening.value().isReachable(), reached) << socketMode << directoryMode;
+    };
+    expectReach(0660, 0700, false);
+    expectReach(0600, 0750, false);
+    expectReach(0600, 0700, true);
 }
 
 TEST_F(ListeningSocketTest, acceptsUntilTheFlagIsRaised)
 {
-    const auto listening = ListeningSocket::open(place, 4);
+    const auto listening = open();
     const auto stop = PollableFlag::make();
     ASSERT_TRUE(listening.ok() && stop);
     EXPECT_FALSE(listening.value().accept(*stop, Seconds{0}));
@@ -156,47 +159,52 @@ TEST_F(ListeningSocketTest, takesNoConnectionOfAnotherUser)
 {
     if (::getuid() != 0)
         GTEST_SKIP() << "only root can act for another user";
-    const auto listening = ListeningSocket::open(place, 4);
+    const auto listening = open();
     const auto stop = PollableFlag::make();
     ASSERT_TRUE(listening.ok() && stop);
     // As if somebody had opened every path on the way.
     ::chmod(temporary.path().c_str(), 0711);
-    ::chmod(place.directory().path().c_str(), 0711);
-    ::chmod(place.path().c_str(), 0666);
-    const pid_t stranger = ::fork();
-    if (stranger == 0) {
-        constexpr uid_t nobody = 65534;
-        sockaddr_un address{.sun_family = AF_UNIX};
-        std::ranges::copy(place.path(), address.sun_path);
-        const UniqueFd socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        const bool connected =
-            ::setuid(nobody) == 0
-            && ::connect(socket.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-        char byte{};
-        ::_exit(connected && ::recv(socket.get(), &byte, 1, 0) == 0 ? 0 : 1);
-    }
+    ::chmod(directory, 0711);
+    ::chmod(path, 0666);
+    sockaddr_un address{.sun_family = AF_UNIX};
+    std::ranges::copy(place.path(), address.sun_path);
+    const UniqueFd client(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    EXPECT_TRUE(holdsForStranger([&] {
+        return ::connect(client.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+    }));
     EXPECT_FALSE(listening.value().accept(*stop, ample));
-    int status = -1;
-    ::waitpid(stranger, &status, 0);
-    EXPECT_EQ(status, 0);
+    char byte{};
+    EXPECT_EQ(::recv(client.get(), &byte, 1, 0), 0) << "it is closed";
+}
+
+TEST_F(ListeningSocketTest, givesNothingToAServerOfAnotherUser)
+{
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can act for another user";
+    const auto socket = leaveSocket();
+    EXPECT_TRUE(holdsForStranger([&] { return ::listen(socket.get(), 4) == 0; }));
+    EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
+    EXPECT_FALSE(place.connect());
+    ::chown(path, nobody, nobody);
+    EXPECT_EQ(errorOfOpen(), Code::unsafePath);
 }
 
 TEST_F(ListeningSocketTest, removesItsOwnPathOnly)
 {
     {
-        const auto listening = ListeningSocket::open(place, 4);
+        const auto listening = open();
         ASSERT_TRUE(listening.ok());
-        EXPECT_TRUE(exists(place.path()));
+        EXPECT_TRUE(place.identity());
     }
-    EXPECT_FALSE(exists(place.path()));
+    EXPECT_FALSE(place.identity());
     {
-        const auto listening = ListeningSocket::open(place, 4);
+        const auto listening = open();
         ASSERT_TRUE(listening.ok());
-        ::rename(place.path().c_str(), (temporary / "kept").c_str());
-        leaveSocket(0600);
+        ::rename(path, (temporary / "kept").c_str());
+        leaveSocket();
         EXPECT_FALSE(listening.value().isReachable());
     }
-    EXPECT_TRUE(exists(place.path()));
+    EXPECT_TRUE(place.identity());
 }
 
 } // namespace
