@@ -10,12 +10,7 @@
 namespace notch {
 namespace {
 
-struct ProgramRun {
-    int status = 0;
-    std::string output;
-    std::string errors;
-    bool operator==(const ProgramRun&) const = default;
-};
+using Ending = ChildProcess::Ending;
 
 class Configure : public testing::Test {
 protected:
@@ -23,49 +18,51 @@ protected:
     {
         if (!canWrapAccount())
             GTEST_SKIP() << "no wrapper of the account database";
-        const auto shown = run({"--configure", "quillmoss"});
-        ASSERT_TRUE(shown.output.starts_with("目标配置：" + settings.url() + "\n")) << shown.output;
+        ASSERT_TRUE(shown().output.starts_with("目标配置：" + settings.url() + "\n"));
     }
 
-    ProgramRun run(const std::vector<std::string>& arguments) const
+    Ending run(const std::vector<std::string>& arguments) const
     {
-        const auto ending = runProgramAtHome(settings.home(), PROGRAM_PATH, arguments);
-        return {ending.status, ending.output, ending.errors};
+        return runProgramAtHome(settings.home(), PROGRAM_PATH, arguments);
     }
-    // The one backup of the file.
+    Ending shown() const { return run({"--configure", "quillmoss"}); }
+    Ending runCompletion(const char* word) const { return run({"--configure-completion", word}); }
+
+    bool isUntouched() const { return settings.leftovers().empty() && settings.backups().empty(); }
+    // The newest backup of the file.
     std::string backup() const
     {
-        return settings.directory() + "/.quillmoss-notch-backups/" + settings.backups().at(0);
+        return settings.directory() + "/.quillmoss-notch-backups/" + settings.backups().back();
     }
 
     const SettingsFile settings;
+    const HookInstaller installer;
 };
 
 TEST_F(Configure, showsAndChangesNothing)
 {
-    const auto shown = run({"--configure", "quillmoss"});
-    const auto text = HookInstaller().preview(
+    const auto text = installer.preview(
         settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
-    EXPECT_EQ(shown, (ProgramRun{0, text + "\n", ""}));
-    EXPECT_TRUE(settings.leftovers().empty());
-    EXPECT_TRUE(settings.backups().empty());
+    EXPECT_EQ(shown(), (Ending{0, text + "\n", ""}));
+    EXPECT_TRUE(isUntouched());
 }
 
 TEST_F(Configure, appliesAndRemoves)
 {
-    const auto shown = run({"--configure", "quillmoss"}).output;
+    const auto preview = shown().output;
     const auto applied = run({"--configure", "quillmoss", "--apply"});
     EXPECT_EQ(applied,
-        (ProgramRun{0,
-            shown + "Installed. Restart QuillMoss to load hooks. Backup: " + backup() + "\n", ""}));
+        (Ending{0,
+            preview + "Installed. Restart QuillMoss to load hooks. Backup: " + backup() + "\n",
+            ""}));
     EXPECT_NE(settings.text().find(
                   HookInstaller::shellQuote(PROGRAM_PATH) + " '--hook' '--source' 'quillmoss'"),
         std::string::npos);
 
     std::filesystem::remove(backup());
     const auto removed = run({"--configure", "quillmoss", "--remove"});
-    EXPECT_EQ(removed,
-        (ProgramRun{0, "Removed this application's hooks. Backup: " + backup() + "\n", ""}));
+    EXPECT_EQ(
+        removed, (Ending{0, "Removed this application's hooks. Backup: " + backup() + "\n", ""}));
     EXPECT_EQ(settings.text(), "{}\n");
 }
 
@@ -75,25 +72,42 @@ TEST_F(Configure, keepsTheEditionsApart)
     EXPECT_FALSE(settings.exists());
     EXPECT_TRUE(std::filesystem::exists(settings.home() + "/.quillmoss-ai/settings.json"));
     EXPECT_EQ(run({"--configure", "quillmoss", "--remove"}),
-        (ProgramRun{1, "", "Configuration failed: 配置文件不存在；没有可卸载的 hook。\n"}));
+        (Ending{1, "", "Configuration failed: 配置文件不存在；没有可卸载的 hook。\n"}));
 }
 
-TEST_F(Configure, refusesOtherArguments)
+TEST_F(Configure, touchesNothingForOtherArguments)
 {
-    struct Row {
-        const char* name;
-        std::vector<std::string> arguments;
-        const char* errors;
-    };
-    for (const auto& row : {
-             Row{"apply and remove", {"--configure", "quillmoss", "--remove", "--apply"}, ""},
-             Row{"retired interception", {"--configure", "quillmoss", "--apply", "--compat-bash"},
-                 "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"},
-         }) {
-        EXPECT_EQ(run(row.arguments), (ProgramRun{1, "", row.errors})) << row.name;
-        EXPECT_TRUE(settings.leftovers().empty()) << row.name;
-        EXPECT_TRUE(settings.backups().empty()) << row.name;
-    }
+    EXPECT_EQ(run({"--configure", "quillmoss", "--remove", "--apply"}), (Ending{1, "", ""}));
+    EXPECT_EQ(run({"--configure", "quillmoss", "--apply", "--compat-bash"}),
+        (Ending{
+            1, "", "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"}));
+    EXPECT_TRUE(isUntouched());
+}
+
+TEST_F(Configure, appliesAndRemovesTurnEndsBesideAnApprovalHook)
+{
+    installer.install(settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
+    const auto approvalAlone = settings.text();
+    EXPECT_EQ(runCompletion("--apply"),
+        (Ending{0,
+            "Installed independent turn-end notification hooks; existing approvals preserved.\n",
+            ""}));
+    EXPECT_TRUE(installer.completionInstalled(
+        settings.url(), PROGRAM_PATH, HookInstaller::CompletionVariant::normal));
+    EXPECT_EQ(runCompletion("--remove"),
+        (Ending{
+            0, "Removed turn-end notification hooks only; existing approvals preserved.\n", ""}));
+    EXPECT_EQ(settings.text(), approvalAlone);
+    EXPECT_FALSE(std::filesystem::exists(settings.home() + "/.quillmoss-ai"));
+}
+
+TEST_F(Configure, saysWhyTurnEndsFailed)
+{
+    EXPECT_EQ(runCompletion("--remove"),
+        (Ending{1, "", "Completion configuration failed: 配置文件不存在。\n"}));
+    settings.write("[]");
+    EXPECT_EQ(runCompletion("--apply").status, 1);
+    EXPECT_EQ(settings.text(), "[]");
 }
 
 } // namespace

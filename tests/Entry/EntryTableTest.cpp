@@ -1,63 +1,110 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
+#include "WindowModule.h"
 #include "support/ChildProcess.h"
+#include "support/TemporaryDirectory.h"
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace notch {
 namespace {
 
-constexpr const char* configureUsage =
-    "Usage: QuillMossNotch --configure quillmoss|quillmossAI [--apply|--remove]\n";
-constexpr const char* completionUsage = "Usage: --configure-completion --apply|--remove\n";
-constexpr const char* completionPreviewUsage = "Usage: --render-completion-preview <new.png>\n";
-constexpr const char* questionPreviewUsage =
+namespace files = std::filesystem;
+
+using Arguments = std::vector<std::string>;
+using Ending = ChildProcess::Ending;
+
+const Ending silence{0, "", ""};
+const Ending configureUsage{
+    1, "", "Usage: QuillMossNotch --configure quillmoss|quillmossAI [--apply|--remove]\n"};
+const Ending completionUsage{1, "", "Usage: --configure-completion --apply|--remove\n"};
+const Ending completionPreviewUsage{1, "", "Usage: --render-completion-preview <new.png>\n"};
+const Ending questionPreviewUsage{1, "",
     "Usage: QuillMossNotch --render-question-preview <new.png> [--question-long] "
-    "[--question-failure]\n";
+    "[--question-failure]\n"};
 
-struct Row {
-    std::vector<std::string> arguments;
-    int status;
-    const char* output;
-    const char* errors;
-};
-
-class EntryTable : public testing::TestWithParam<Row> { };
-
-TEST_P(EntryTable, answers)
+// What the stub of the window module answers.
+Ending entered(WindowMode mode, const Arguments& arguments)
 {
-    const auto& row = GetParam();
-    const auto ending = runProgram(PROGRAM_PATH, row.arguments);
-    EXPECT_EQ(ending.status, row.status);
-    EXPECT_EQ(ending.output, row.output);
-    EXPECT_EQ(ending.errors, row.errors);
+    auto output = "mode " + std::to_string(static_cast<int>(mode));
+    for (const auto& argument : arguments)
+        output += " " + argument;
+    return {42, output + "\n", ""};
 }
 
-// In the order of the program's own table; a row with two flags shows who goes first.
-INSTANTIATE_TEST_SUITE_P(Rows, EntryTable,
-    testing::Values(Row{{"--test-transport-identity"}, 0, "production\n", ""},
-        Row{{"--test-transport-identity", "--completion-hook"}, 0, "", ""},
-        Row{{"--completion-hook"}, 0, "", ""},
-        Row{{"--completion-hook", "--configure-completion"}, 0, "", ""},
-        Row{{"--hook", "--completion-hook"}, 0, "", ""},
-        Row{{"--configure-completion"}, 1, "", completionUsage},
-        Row{{"--configure-completion", "--apply", "--remove"}, 1, "", completionUsage},
-        Row{{"--apply", "--configure-completion"}, 1, "", completionUsage},
-        Row{{"--configure-completion", "--Apply"}, 1, "", completionUsage},
-        Row{{"--configure-completion", "--render-completion-preview"}, 1, "", completionUsage},
-        Row{{"--render-completion-preview"}, 1, "", completionPreviewUsage},
-        Row{{"--render-question-preview", "--render-completion-preview"}, 1, "",
-            completionPreviewUsage},
-        Row{{"--render-question-preview"}, 1, "", questionPreviewUsage},
-        Row{{"--ui-self-test", "--render-question-preview"}, 1, "", questionPreviewUsage},
-        Row{{"--configure"}, 1, "", configureUsage},
-        Row{{"--configure", "unknown"}, 1, "", configureUsage},
-        Row{{"--configure", "QuillMoss"}, 1, "", configureUsage},
-        Row{{"--configure", "quillmoss "}, 1, "", configureUsage},
-        Row{{"--configure", "--configure", "quillmoss"}, 1, "", configureUsage},
-        Row{{"--hook", "--configure"}, 1, "", configureUsage}, Row{{"--hook"}, 0, "", ""},
-        Row{{"--hook", "--hook"}, 0, "", ""}, Row{{"--hook", "--demo"}, 0, "", ""}));
+// The program as it is installed, under a prefix that nobody told it.
+class EntryTable : public testing::Test {
+protected:
+    EntryTable()
+    {
+        files::create_directories(files::path(program).parent_path());
+        files::create_directories(files::path(module).parent_path());
+        files::copy_file(PROGRAM_PATH, program);
+    }
+
+    TemporaryDirectory prefix;
+    std::string program = prefix / "bin/QuillMossNotch";
+    std::string module = prefix / "lib/quillmoss-notch/NotchWindow.so";
+};
+
+// In the order of the program's own table; a row with two flags shows who goes first. None needs
+// the window module, which is not there.
+TEST_F(EntryTable, answersByItself)
+{
+    for (const auto& [arguments, ending] : std::vector<std::pair<Arguments, Ending>>{
+             {{"--test-transport-identity"}, {0, "production\n", ""}},
+             {{"--test-transport-identity", "--completion-hook"}, silence},
+             {{"--completion-hook", "--configure-completion"}, silence},
+             {{"--configure-completion"}, completionUsage},
+             {{"--configure-completion", "--apply", "--remove"}, completionUsage},
+             {{"--apply", "--configure-completion"}, completionUsage},
+             {{"--configure-completion", "--Apply"}, completionUsage},
+             {{"--configure-completion", "--render-completion-preview"}, completionUsage},
+             {{"--render-completion-preview"}, completionPreviewUsage},
+             {{"--render-question-preview", "--render-completion-preview"}, completionPreviewUsage},
+             {{"--ui-self-test", "--render-question-preview"}, questionPreviewUsage},
+             {{"--configure"}, configureUsage},
+             {{"--configure", "QuillMoss"}, configureUsage},
+             {{"--configure", "--configure", "quillmoss"}, configureUsage},
+             {{"--hook", "--configure"}, configureUsage},
+             {{"--hook", "--demo"}, silence},
+         })
+        EXPECT_EQ(runProgram(program, arguments), ending) << testing::PrintToString(arguments);
+}
+
+TEST_F(EntryTable, entersTheWindowModuleInTheModeThatTheArgumentsAskFor)
+{
+    files::copy_file(WINDOW_STUB_PATH, module);
+    for (const auto& [arguments, mode] : std::vector<std::pair<Arguments, WindowMode>>{
+             {{}, WindowMode::resident},
+             {{"--demo", "--preview-idle"}, WindowMode::resident},
+             {{"--render-preview", "a.png"}, WindowMode::resident},
+             {{"--test-transport-identity", "x"}, WindowMode::resident},
+             {{"--Hook", "--hook=x"}, WindowMode::resident},
+             {{"--render-completion-preview", "a.png"}, WindowMode::renderCompletionPreview},
+             {{"--ui-self-test", "--render-question-preview", "a.png", "--question-long"},
+                 WindowMode::renderQuestionPreview},
+             {{"--native-diagnose", "--ui-self-test"}, WindowMode::uiSelfTest},
+             {{"--configure", "--native-diagnose"}, WindowMode::nativeDiagnose},
+         })
+        EXPECT_EQ(runProgram(program, arguments), entered(mode, arguments));
+}
+
+TEST_F(EntryTable, saysInOneLineWhyThereIsNoWindowModule)
+{
+    for (const bool unfit : {false, true}) {
+        if (unfit)
+            std::ofstream(module) << "#!/bin/sh";
+        const auto ending = runProgram(program);
+        EXPECT_EQ(ending.status, 1) << unfit;
+        EXPECT_EQ(ending.output, "") << unfit;
+        EXPECT_TRUE(ending.errors.starts_with("QuillMossNotch cannot load its window module: "));
+        EXPECT_EQ(ending.errors.find('\n'), ending.errors.size() - 1) << unfit;
+    }
+}
 
 } // namespace
 } // namespace notch

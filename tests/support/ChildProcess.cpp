@@ -154,7 +154,7 @@ ChildProcess::Ending ChildProcess::finish()
     rusage usage{};
     int status = 0;
     ::wait4(std::exchange(pid_, -1), &status, 0, &usage);
-    ending.peakKilobytes = usage.ru_maxrss;
+    peakMemory_ = usage.ru_maxrss;
     if (WIFEXITED(status))
         ending.status = WEXITSTATUS(status);
     return ending;

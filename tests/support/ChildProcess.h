@@ -5,6 +5,7 @@
 
 #include "Foundation/UniqueFd.h"
 
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -14,7 +15,7 @@ namespace notch {
 
 // A program under test as the host runs it: with pipes for its three streams.
 //
-//   ChildProcess hook({program, "--hook"});
+//   ChildProcess hook(program, {"--hook"});
 //   hook.write(input);
 //   const auto ending = hook.finish();
 class ChildProcess {
@@ -23,7 +24,11 @@ public:
         int status = -1; // Of exit(3); -1 after a signal.
         std::string output;
         std::string errors;
-        long peakKilobytes = 0; // Of resident memory.
+        bool operator==(const Ending&) const = default;
+        friend std::ostream& operator<<(std::ostream& out, const Ending& ending)
+        {
+            return out << ending.status << '\n' << ending.output << ending.errors;
+        }
     };
 
     // `path` is also the first argument.
@@ -32,7 +37,6 @@ public:
     ChildProcess(const ChildProcess&) = delete;
     ChildProcess& operator=(const ChildProcess&) = delete;
 
-    pid_t pid() const { return pid_; }
     // Waits for the child to take it; what a child that has gone did not take is lost.
     void write(std::string_view input);
     void closeInput() { input_ = {}; }
@@ -45,9 +49,12 @@ public:
 
     // Closes the input and waits for the end. A child that takes too long is killed.
     Ending finish();
+    // Of resident memory, in kilobytes; after finish().
+    long peakMemory() const { return peakMemory_; }
 
 private:
     pid_t pid_ = -1;
+    long peakMemory_ = 0;
     UniqueFd input_;
     UniqueFd output_;
     UniqueFd errors_;
