@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "EndToEnd/NotchOnDesktop.h"
-#include "support/WaitUntil.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -21,61 +20,48 @@ protected:
     void SetUp() override
     {
         NotchOnDesktop::SetUp();
-        if (IsSkipped())
-            return;
-        work_ = other_->openFullScreenWindow();
-        ASSERT_TRUE(waitUntil([&] { return other_->focus() == work_; }));
+        work_ = other_.openFullScreenWindow();
+        ASSERT_TRUE(IsSkipped() || hasFocus(work_));
+    }
+    bool hasFocus(OtherProgram::Window window)
+    {
+        return waitUntil([&] { return other_.focus() == window; });
     }
 
     // What the person works in.
     OtherProgram::Window work_ = 0;
 };
 
-TEST_F(PersonalDesktopTest, aRequestTakesNoKeyboard)
+TEST_F(PersonalDesktopTest, clicksBesideTheSurfaceReachTheWindowBelowAndCloseAnIdleNotchOnly)
 {
-    const auto hook = ask();
-    armed();
-    EXPECT_EQ(other_->focus(), work_);
-}
-
-TEST_F(PersonalDesktopTest, clicksBesideTheSurfaceReachTheWindowBelow)
-{
-    const auto button = notch_->waitFor(openNotch);
-    ASSERT_TRUE(button);
+    const auto button = settled(openNotch);
     // The panel is as wide as the open notch at all times, and 480 points is that.
-    other_->clickAt(button->x - 230, button->y);
-    EXPECT_TRUE(waitUntil([&] { return other_->takePresses(work_) == 1; }));
-    other_->clickAt(button->x, button->y);
-    EXPECT_TRUE(appears("收起 QuillMoss 刘海"));
-    EXPECT_EQ(other_->takePresses(work_), 0);
-}
-
-TEST_F(PersonalDesktopTest, escClosesTheNotchThatWasClickedAndDecidesNothing)
-{
-    auto hook = ask();
-    armed();
-    const auto title = notch_->waitFor("有操作需要你确认");
-    ASSERT_TRUE(title);
-    other_->clickAt(title->x, title->y);
-    ASSERT_TRUE(waitUntil([&] { return other_->focus() != work_; }));
-    other_->typeEscape();
-    EXPECT_TRUE(appears("1 条待确认请求"));
-    EXPECT_TRUE(waitUntil([&] { return other_->focus() == work_; }));
-    click("1 条待确认请求");
-    click(deny);
-    EXPECT_TRUE(isAnswer(hook->finish(), "deny"));
-}
-
-TEST_F(PersonalDesktopTest, aClickElsewhereClosesAnIdleNotchOnly)
-{
-    click(openNotch);
+    other_.clickAt(button.x - 230, button.y);
+    EXPECT_TRUE(waitUntil([&] { return other_.takePresses() == 1; }));
+    other_.clickAt(button.x, button.y);
     ASSERT_TRUE(appears("收起 QuillMoss 刘海"));
-    other_->clickAt(20, 700);
+    EXPECT_EQ(other_.takePresses(), 0);
+    other_.clickAt(20, 700);
     EXPECT_TRUE(appears(openNotch));
     const auto hook = ask();
     armed();
-    other_->clickAt(20, 700);
+    other_.clickAt(20, 700);
     EXPECT_TRUE(appears(allow));
+}
+
+TEST_F(PersonalDesktopTest, aRequestTakesNoKeyboardAndEscClosesTheClickedNotchAndDecidesNothing)
+{
+    const auto hook = ask();
+    armed();
+    EXPECT_EQ(other_.focus(), work_);
+    click("有操作需要你确认");
+    ASSERT_TRUE(waitUntil([&] { return other_.focus() != work_; }));
+    other_.typeEscape();
+    EXPECT_TRUE(appears("1 条待确认请求"));
+    EXPECT_TRUE(hasFocus(work_));
+    click("1 条待确认请求");
+    click(deny);
+    expectAnswer(*hook, "deny");
 }
 
 TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)
@@ -84,21 +70,19 @@ TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)
     const auto started = data / "started";
     fs::create_directories(data / "applications");
     std::ofstream(data / "applications/quillmoss.desktop")
-        << "[Desktop "
-           "Entry]\nType=Application\nName=QuillMoss\nStartupWMClass=HostWindow\nExec=touch "
-        << started.string() << '\n';
+        << "[Desktop Entry]\nType=Application\nName=QuillMoss\nStartupWMClass=HostWindow\n"
+        << "Exec=touch " << started.string() << '\n';
     startResident();
     const auto hook = ask();
     armed();
     click("去 QuillMoss 处理 ↗");
     EXPECT_TRUE(waitUntil([&] { return fs::exists(started); }));
-
     fs::remove(started);
-    const auto host = other_->openWindow({100, 500, 300, 200}, "hostwindow");
-    other_->activate(work_);
-    ASSERT_TRUE(waitUntil([&] { return other_->focus() == work_; }));
+    const auto host = other_.openWindow("hostwindow");
+    ASSERT_TRUE(hasFocus(host));
+    ASSERT_TRUE(hasFocus(other_.openFullScreenWindow()));
     click("去 QuillMoss 处理 ↗");
-    EXPECT_TRUE(waitUntil([&] { return other_->focus() == host; }));
+    EXPECT_TRUE(hasFocus(host));
     EXPECT_FALSE(fs::exists(started));
 }
 

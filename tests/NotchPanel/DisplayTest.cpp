@@ -6,9 +6,6 @@
 #include "Platform/Display/XSettings.h"
 
 #include "PanelOnDesktop.h"
-#include "support/x11/SettingsText.h"
-
-#include <gtest/gtest.h>
 
 #include <span>
 #include <string>
@@ -17,106 +14,119 @@
 namespace notch {
 namespace {
 
-constexpr const char* animations = "Gtk/EnableAnimations";
+using namespace std::string_literals;
+
+const std::string animations = "Gtk/EnableAnimations";
+
+// One setting of an XSETTINGS property: type 0 is an integer, 1 a text, 2 a colour.
+std::string setting(char type, const std::string& name, const std::string& value)
+{
+    std::string bytes = type + "\0"s + static_cast<char>(name.size()) + "\0"s + name;
+    bytes.resize((bytes.size() + 3) / 4 * 4);
+    return bytes + "\1\0\0\0"s + value;
+}
+
+// The property, little-endian, as a settings daemon would publish it.
+std::string property(char count, const std::string& settings)
+{
+    return "\0\0\0\0\1\0\0\0"s + count + "\0\0\0"s + settings;
+}
+
+std::optional<std::int32_t> integer(std::string_view bytes, const std::string& name = animations)
+{
+    // A block of its own size, so that a sanitizer sees what is read beyond it.
+    return integerSetting(std::vector<std::uint8_t>(bytes.begin(), bytes.end()), name);
+}
+
+const auto theme = setting(1, "Net/ThemeName", "\7\0\0\0Adwaita\0"s);
+const auto on = setting(0, animations, "\1\0\0\0"s);
 
 TEST(XSettings, findsAnIntegerAmongOthers)
 {
-    struct Row {
+    const auto colour = setting(2, "A", "\0\0\0\0\0\0\0\0"s);
+    const auto other = setting(0, "B", "\7\0\0\0"s);
+    const struct {
         const char* name;
-        SettingsText settings;
+        std::string bytes;
         std::optional<std::int32_t> found;
+    } rows[] = {
+        {"after one of each type", property(4, theme + colour + other + on), 1},
+        {"negative", property(1, setting(0, animations, "\xFB\xFF\xFF\xFF")), -5},
+        {"a longer name", property(1, setting(0, animations + "2", "\0\0\0\0"s)), {}},
+        {"no integer", property(1, setting(1, animations, "\1\0\0\0001\0\0\0"s)), {}},
+        {"more than are counted", property(1, theme + on), {}},
     };
-    const Row rows[] = {
-        {"alone", SettingsText().integer(animations, 0), 0},
-        {"after one of each type",
-            SettingsText()
-                .text("Net/ThemeName", "Adwaita")
-                .colour("A")
-                .integer("B", 7)
-                .integer(animations, 1),
-            1},
-        {"negative", SettingsText().integer(animations, -5), -5},
-        {"a longer name", SettingsText().integer("Gtk/EnableAnimations2", 0), {}},
-        {"no integer", SettingsText().text(animations, "0"), {}},
-        {"empty", SettingsText(), {}},
-    };
-    for (const auto& [name, settings, found] : rows)
-        EXPECT_EQ(integerSetting(settings.bytes(), animations), found) << name;
-}
-
-TEST(XSettings, readsTheOtherByteOrder)
-{
-    const std::uint8_t bytes[] = {
-        1, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 'A', 0, 0, 0, 0, 0, 0, 1, 0, 0, 1, 2};
-    EXPECT_EQ(integerSetting(bytes, "A"), 258);
+    for (const auto& row : rows)
+        EXPECT_EQ(integer(row.bytes), row.found) << row.name;
+    const auto otherByteOrder = "\1\0\0\0\0\0\0\1\0\0\0\1\0\0\0\1A\0\0\0\0\0\0\1\0\0\1\2"s;
+    EXPECT_EQ(integer(otherByteOrder, "A"), 258);
 }
 
 TEST(XSettings, damagedBytesSayNothing)
 {
-    const auto whole =
-        SettingsText().text("Net/ThemeName", "Adwaita").integer(animations, 1).bytes();
+    const auto whole = property(2, theme + on);
     for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_EQ(integerSetting(std::span(whole).first(length), animations), std::nullopt);
+        EXPECT_EQ(integer(std::string_view(whole).substr(0, length)), std::nullopt);
     for (std::size_t i = 0; i < whole.size(); ++i) {
         auto spoilt = whole;
-        spoilt[i] = 0xFF;
-        integerSetting(spoilt, animations); // Reads nothing beyond them.
+        spoilt[i] = '\xFF';
+        integer(spoilt); // Reads nothing beyond them.
     }
 }
 
-TEST_F(PanelOnDesktop, reducedMotionFollowsTheSettingsDaemon)
+class DisplayTest : public PanelOnDesktop {
+protected:
+    // A second and lower screen to the right of the first is the primary one.
+    static void addLowerScreen()
+    {
+        const auto option = QStringLiteral("--setmonitor");
+        ASSERT_TRUE(xrandr({option, QStringLiteral("left"), QStringLiteral("800/200x600/150+0+0"),
+            QStringLiteral("screen")}));
+        ASSERT_TRUE(xrandr({option, QStringLiteral("*right"),
+            QStringLiteral("480/120x760/190+800+40"), QStringLiteral("none")}));
+    }
+};
+
+TEST_F(DisplayTest, reducedMotionFollowsTheSettingsDaemon)
 {
     launch();
     EXPECT_FALSE(reduceMotion());
-    other->publish("_XSETTINGS_SETTINGS", SettingsText().integer(animations, 0).bytes());
+    other.publish("_XSETTINGS_SETTINGS", property(1, setting(0, animations, "\0\0\0\0"s)));
     EXPECT_FALSE(reduceMotion()); // Not a daemon yet.
-    other->claim("_XSETTINGS_S0");
+    other.claim("_XSETTINGS_S0");
     EXPECT_TRUE(reduceMotion());
-    other->publish("_XSETTINGS_SETTINGS", SettingsText().integer(animations, 1).bytes());
+    other.publish("_XSETTINGS_SETTINGS", property(1, on));
     EXPECT_FALSE(reduceMotion());
 }
 
-constexpr OtherProgram::Colour white{255, 255, 255};
-constexpr OtherProgram::Colour black{0, 0, 0};
-
-// A second and lower screen to the right of the first is the primary one.
-const QStringList lowerRight{QStringLiteral("left 800/200x600/150+0+0 screen"),
-    QStringLiteral("*right 480/120x760/190+800+40 none")};
-
-class OnTheSecondScreen : public PanelOnDesktop,
-                          public testing::WithParamInterface<const char*> { };
+class OnTheSecondScreen : public DisplayTest, public testing::WithParamInterface<const char*> { };
 
 TEST_P(OnTheSecondScreen, panelHangsFromItsTopEdge)
 {
-    launch(GetParam(), lowerRight);
-    other->whitenDesktop();
+    addLowerScreen();
+    launch(GetParam());
     const Screens screens([] {});
     ASSERT_EQ(screens.records().size(), 2U);
     const auto screen = screens.records().front();
     const double width = panelMetrics(screen).panelWidth;
-    panel->applyFrame(panelFrame(screen, width, 100), width);
-    panel->orderFront();
-    synchronise();
+    show(panelFrame(screen, width, 100), width);
     const int middle = 800 + 240;
-    EXPECT_TRUE(eventually([&] { return other->colourAt(middle, 40) == black; }));
-    EXPECT_EQ(other->colourAt(middle, 39), white);
-    other->clickAt(middle, 41);
-    EXPECT_TRUE(eventually([&] { return content->presses == 1; }));
-    const auto pointer = panel->pointerPosition();
-    ASSERT_TRUE(pointer);
-    EXPECT_TRUE(hitsSurface(*pointer, panel->frame(), width));
+    EXPECT_TRUE(eventually([&] { return other.colourAt(middle, 40) == OtherProgram::black; }));
+    EXPECT_EQ(other.colourAt(middle, 39), OtherProgram::white);
+    other.clickAt(middle, 41);
+    EXPECT_TRUE(isPressed());
+    EXPECT_TRUE(hitsSurface(panel->pointerPosition().value(), panel->frame(), width));
 }
 
-INSTANTIATE_TEST_SUITE_P(Scales, OnTheSecondScreen, testing::Values("1", "2"),
-    [](const auto& scale) { return std::string("at") + scale.param; });
+INSTANTIATE_TEST_SUITE_P(Scales, OnTheSecondScreen, testing::Values("1", "2"));
 
-TEST_F(PanelOnDesktop, screensThatComeAndGoAreTold)
+TEST_F(DisplayTest, screensThatComeAndGoAreTold)
 {
-    launch("1", lowerRight);
+    addLowerScreen();
+    launch();
     int changes = 0;
     const Screens screens([&] { ++changes; });
-    ASSERT_TRUE(PrivateDesktop::run(
-        QStringLiteral("xrandr"), {QStringLiteral("--delmonitor"), QStringLiteral("right")}));
+    ASSERT_TRUE(xrandr({QStringLiteral("--delmonitor"), QStringLiteral("right")}));
     EXPECT_TRUE(eventually([&] { return changes > 0; }));
     const std::vector<ScreenRecord> left{{.frame = {0, 0, 800, 600}}};
     EXPECT_EQ(screens.records(), left);

@@ -7,6 +7,7 @@
 
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace notch {
@@ -14,13 +15,8 @@ namespace notch {
 // A panel that is only a record of what was done to it.
 class FakeSurface final : public NotchSurface {
 public:
-    struct Applied {
-        Rect frame;
-        double surfaceWidth = 0;
-    };
-
     Rect current{400, 0, 480, 32};
-    std::vector<Applied> applied;
+    std::vector<std::pair<Rect, double>> applied; // With its surface's width.
     double contentHeight = 300;
     bool onScreen = true;
     bool key = false;
@@ -30,7 +26,7 @@ public:
     void applyFrame(const Rect& frame, double surfaceWidth) override
     {
         current = frame;
-        applied.push_back({frame, surfaceWidth});
+        applied.emplace_back(frame, surfaceWidth);
     }
     double measureContent(double) override { return contentHeight; }
     bool isOnScreen() const override { return onScreen; }

@@ -5,17 +5,14 @@
 
 #include "NotchPanel/NotchPanel.h"
 #include "support/x11/OtherProgram.h"
-#include "support/x11/PrivateDesktop.h"
 
 #include <QApplication>
-#include <QDeadlineTimer>
 #include <QMouseEvent>
-#include <QStringList>
-#include <QTimer>
+#include <QProcess>
+#include <QtCore/qtestsupport_core.h>
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -31,28 +28,20 @@ protected:
     void mousePressEvent(QMouseEvent*) override { ++presses; }
 };
 
-// The panel on a desktop of the test's own, with another program on it.
+// The panel on this process's private desktop, with another program on it.
 class PanelOnDesktop : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        if (const auto reason = PrivateDesktop::missing(); !reason.empty())
-            GTEST_SKIP() << reason;
-    }
+    static constexpr Rect open{400, 0, 480, 300};
 
-    // Monitors as xrandr --setmonitor wants them; without any the whole desktop is one screen.
-    void launch(const char* scale = "1", const QStringList& monitors = {})
+    static bool xrandr(const QStringList& arguments)
+    {
+        return QProcess::execute(QStringLiteral("xrandr"), arguments) == 0;
+    }
+    // On the screen without a frame yet.
+    void launch(const char* scale = "1")
     {
         qputenv("QT_SCALE_FACTOR", scale);
-        desktop.emplace();
-        for (const auto& monitor : monitors) {
-            const QStringList option{QStringLiteral("--setmonitor")};
-            ASSERT_TRUE(PrivateDesktop::run(
-                QStringLiteral("xrandr"), option + monitor.split(QLatin1Char(' '))));
-        }
-        other.emplace();
-        for (int patience = 100; !other->windowManagerRuns(); --patience)
-            ASSERT_GT(patience, 0) << "No window manager";
+        qputenv("QT_QPA_PLATFORM", "xcb");
         application.emplace(argc, argv);
         panel.emplace();
         auto owned = std::make_unique<CountingContent>();
@@ -61,21 +50,25 @@ protected:
             std::make_unique<NotchViewport>(std::move(owned), [](double) { return 300.0; }));
         panel->measureContent(480);
     }
+    void show(const Rect& frame = open, double surfaceWidth = 480)
+    {
+        panel->applyFrame(frame, surfaceWidth);
+        panel->orderFront();
+        synchronise();
+    }
 
     // Runs the event loop until then; false after ten seconds, which no healthy run comes near.
-    static bool eventually(const std::function<bool()>& condition)
+    template <class Condition> static bool eventually(const Condition& condition)
     {
-        const QDeadlineTimer deadline(10'000);
-        QTimer wake; // What another program has seen wakes nobody here.
-        wake.start(5);
-        while (!condition() && !deadline.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return condition();
+        return QTest::qWaitFor(condition, 10'000);
     }
-    bool activates(OtherProgram::Window window)
+    bool hasFocus(OtherProgram::Window window)
     {
-        other->activate(window);
-        return eventually([&] { return other->focus() == window; });
+        return eventually([&] { return other.focus() == window; });
+    }
+    bool isPressed(int times = 1)
+    {
+        return eventually([&] { return content->presses == times; });
     }
     // The server has done everything that this program has asked for.
     void synchronise()
@@ -88,8 +81,7 @@ protected:
     int argc = 1;
     char programName[5] = "test";
     char* argv[2] = {programName, nullptr};
-    std::optional<PrivateDesktop> desktop;
-    std::optional<OtherProgram> other;
+    OtherProgram other;
     std::optional<QApplication> application;
     std::optional<NotchPanel> panel;
     CountingContent* content = nullptr; // The panel's.

@@ -24,12 +24,13 @@ constexpr double openWidth = 480;
 
 class VerticalReveal : public testing::Test {
 protected:
-    void to(
-        const Rect& frame, double width, const std::string& name, Motion motion = Motion::animated)
+    void to(const Rect& frame, std::optional<double> width, const std::string& name,
+        Motion motion = Motion::animated)
     {
         animator.animate(frame, width, motion, [this, name] { ended += name; });
     }
-    double height() const { return panel.current.height; }
+    void toOpen() { to(open, openWidth, "open;"); }
+    void toClosed() { to(closed, closedWidth, "closed;"); }
 
     FakeSurface panel;
     VirtualTime time;
@@ -37,23 +38,21 @@ protected:
     std::string ended; // The completions that ran.
 };
 
-TEST_F(VerticalReveal, growsDownwardOnlyAndEndsOnTheTargetAfterItsDuration)
+TEST_F(VerticalReveal, growsDownwardSlowlyAtBothEndsAndEndsOnTheTargetAfterItsDuration)
 {
-    to(open, openWidth, "open;");
+    toOpen();
     time.advance(VerticalRevealAnimator::duration - Seconds{0.001});
     EXPECT_EQ(ended, "");
     EXPECT_TRUE(animator.isAnimating());
-    EXPECT_GE(panel.applied.size(), 14U);
-    double lastHeight = closed.height;
-    double lastWidth = closedWidth;
+    ASSERT_EQ(panel.applied.size(), 14U);
+    double p = 0;
     for (const auto& [frame, width] : panel.applied) {
+        p += 1 / 14.4;
+        const double eased = p * p * (3 - 2 * p);
         EXPECT_EQ((Rect{frame.x, frame.y, frame.width, 0}), (Rect{400, 0, 480, 0}));
-        EXPECT_GT(frame.height, lastHeight);
-        EXPECT_GT(width, lastWidth);
-        lastHeight = frame.height;
-        lastWidth = width;
+        EXPECT_NEAR(frame.height, 32 + 268 * eased, 1e-6);
+        EXPECT_NEAR(width, 236 + 244 * eased, 1e-6);
     }
-    EXPECT_LT(lastHeight, open.height);
     time.advance(VerticalRevealAnimator::step);
     EXPECT_EQ(ended, "open;");
     EXPECT_EQ(panel.text(), "400,0 480x300/480");
@@ -61,28 +60,17 @@ TEST_F(VerticalReveal, growsDownwardOnlyAndEndsOnTheTargetAfterItsDuration)
     EXPECT_EQ(time.timers(), 0U);
 }
 
-TEST_F(VerticalReveal, isHalfOpenAfterHalfItsTimeAndSlowAtBothEnds)
-{
-    to(open, openWidth, "open;");
-    time.advance(VerticalRevealAnimator::step); // Progress 1/14.4.
-    const double p = 1 / 14.4;
-    EXPECT_NEAR(height(), 32 + 268 * p * p * (3 - 2 * p), 1e-6);
-    time.advance(6 * VerticalRevealAnimator::step);
-    const double later = 7 / 14.4;
-    EXPECT_NEAR(height(), 32 + 268 * later * later * (3 - 2 * later), 1e-6);
-}
-
 TEST_F(VerticalReveal, reversesFromWhereItIsAndForgetsTheOldCompletion)
 {
-    to(open, openWidth, "open;");
+    toOpen();
     time.advance(Seconds{0.12});
-    const double turningPoint = height();
+    const double turningPoint = panel.current.height;
     const auto steps = panel.applied.size();
-    to(closed, closedWidth, "closed;");
+    toClosed();
     EXPECT_EQ(panel.applied.size(), steps);
     time.advance(VerticalRevealAnimator::step);
-    EXPECT_LT(height(), turningPoint);
-    EXPECT_GT(height(), turningPoint - 5);
+    EXPECT_LT(panel.current.height, turningPoint);
+    EXPECT_GT(panel.current.height, turningPoint - 5);
     time.advance(Seconds{1});
     EXPECT_EQ(panel.text(), "400,0 480x32/236");
     EXPECT_EQ(ended, "closed;");
@@ -90,67 +78,56 @@ TEST_F(VerticalReveal, reversesFromWhereItIsAndForgetsTheOldCompletion)
 
 TEST_F(VerticalReveal, sameTargetDoesNotStartAnew)
 {
-    to(open, openWidth, "first;");
+    toOpen();
     for (int i = 0; i < 24; ++i) {
         time.advance(Seconds{0.01});
         to(open, openWidth, "again;");
     }
     time.advance(VerticalRevealAnimator::step);
     EXPECT_EQ(panel.text(), "400,0 480x300/480");
-    EXPECT_EQ(ended.substr(0, 6), "first;");
+    EXPECT_TRUE(ended.starts_with("open;"));
 }
 
 TEST_F(VerticalReveal, stopEndsItWithoutCompletion)
 {
-    to(open, openWidth, "open;");
+    toOpen();
     time.advance(Seconds{0.1});
     animator.stop();
-    const double stoppedAt = height();
+    const auto stoppedAt = panel.text();
     time.advance(Seconds{1});
-    EXPECT_EQ(height(), stoppedAt);
+    EXPECT_EQ(panel.text(), stoppedAt);
     EXPECT_EQ(ended, "");
 }
 
 TEST_F(VerticalReveal, jumpsWhereThereIsNothingToUncover)
 {
-    struct Row {
+    const struct {
         const char* name;
         Rect target;
-        double width;
+        std::optional<double> width;
+        double boundedWidth;
         Motion motion;
         bool animated;
+    } rows[] = {
+        {"reduced motion", open, {}, 480, Motion::immediate, false},
+        {"another left edge", {400.0101, 0, 480, 300}, 500, 480, Motion::animated, false},
+        {"another width", {400, 0, 480.0101, 300}, 0, 1, Motion::animated, false},
+        {"another top edge", {400, -0.0101, 480, 300}, 300, 300, Motion::animated, false},
+        {"as good as there", {400, 0, 480, 32.5}, 236.5, 236.5, Motion::animated, false},
+        {"a little higher", {400, 0, 480, 32.51}, 236, 236, Motion::animated, true},
+        {"a little wider", closed, 235.49, 235.49, Motion::animated, true},
+        {"edges as good as the same", {400.009, 0, 480, 300}, {}, 480, Motion::animated, true},
     };
-    const Row rows[] = {
-        {"reduced motion", open, openWidth, Motion::immediate, false},
-        {"another left edge", {400.0101, 0, 480, 300}, openWidth, Motion::animated, false},
-        {"another width", {400, 0, 480.0101, 300}, openWidth, Motion::animated, false},
-        {"another top edge", {400, -0.0101, 480, 300}, openWidth, Motion::animated, false},
-        {"as good as there", {400, 0, 480, 32.5}, closedWidth + 0.5, Motion::animated, false},
-        {"a little higher", {400, 0, 480, 32.51}, closedWidth, Motion::animated, true},
-        {"a little wider", closed, closedWidth - 0.51, Motion::animated, true},
-        {"edges as good as the same", {400.009, 0, 480, 300}, openWidth, Motion::animated, true},
-    };
-    for (const auto& [name, target, width, motion, animated] : rows) {
+    for (const auto& row : rows) {
         animator.animate(closed, closedWidth, Motion::immediate, {});
         ended.clear();
-        to(target, width, "end;", motion);
-        EXPECT_EQ(animator.isAnimating(), animated) << name;
-        EXPECT_EQ(ended, animated ? "" : "end;") << name;
-        EXPECT_EQ(panel.current == target, !animated || target == closed) << name;
-        EXPECT_EQ(time.timers(), animated ? 1U : 0U) << name;
-        animator.stop();
-    }
-}
-
-TEST_F(VerticalReveal, boundsTheSurfaceWidth)
-{
-    struct Row {
-        std::optional<double> given;
-        double applied;
-    };
-    for (const auto& [given, applied] : {Row{{}, 480}, Row{500, 480}, Row{0, 1}, Row{300, 300}}) {
-        animator.animate(open, given, Motion::immediate, {});
-        EXPECT_EQ(animator.surfaceWidth(), applied);
+        to(row.target, row.width, "end;", row.motion);
+        EXPECT_EQ(animator.isAnimating(), row.animated) << row.name;
+        EXPECT_EQ(ended, row.animated ? "" : "end;") << row.name;
+        EXPECT_EQ(time.timers(), row.animated ? 1U : 0U) << row.name;
+        time.advance(Seconds{1});
+        EXPECT_EQ(panel.applied.back(), std::pair(row.target, row.boundedWidth)) << row.name;
+        EXPECT_EQ(animator.surfaceWidth(), row.boundedWidth) << row.name;
     }
 }
 
@@ -159,9 +136,9 @@ TEST_F(VerticalReveal, newTargetFromWithinAStepIsTakenUp)
     bool turned = false;
     animator.frameDidChange = [&] {
         if (!std::exchange(turned, true))
-            to(closed, closedWidth, "closed;");
+            toClosed();
     };
-    to(open, openWidth, "open;");
+    toOpen();
     time.advance(Seconds{1});
     EXPECT_EQ(panel.text(), "400,0 480x32/236");
     EXPECT_EQ(ended, "closed;");

@@ -7,7 +7,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 struct sd_bus;
 
@@ -15,11 +14,7 @@ namespace notch {
 
 // Something that a person can see or press, as a screen reader is told of it (AT-SPI 2).
 struct AccessibleControl {
-    std::string name;
-    std::string role;
     bool isEnabled = false;
-    bool isShowing = false;
-    bool isFocused = false;
     int x = 0; // The middle, in pixels of the screen.
     int y = 0;
 
@@ -32,8 +27,7 @@ class AccessibleProgram {
 public:
     explicit AccessibleProgram(std::string name);
 
-    // Everything in its windows that has a name, from the top.
-    std::vector<AccessibleControl> controls() const;
+    bool hasWindows() const;
     // The first showing one of that name.
     std::optional<AccessibleControl> showing(const std::string& control) const;
     // The same, asking again until `condition` holds for it; nothing after ten seconds.

@@ -1,13 +1,11 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// Finds what a running QuillMossNotch shows, as a screen reader would, and clicks it with a real
-// X11 click, as a person would. For ./run, scripts and trying things out.
+// NotchClicker --wait NAME|--click NAME
 //
-//   NotchClicker --list        every named thing in its windows, one a line
-//   NotchClicker --find NAME   waits until NAME is showing, and prints its middle as "X Y"
-//   NotchClicker --wait NAME   the same, and until it is enabled (a decision button: armed)
-//   NotchClicker --click NAME  the same, and then clicks it
+// Waits until a running QuillMossNotch shows something of that name that is enabled (a decision
+// button: armed), as a screen reader would find it, and then clicks it with a real X11 click, as a
+// person would. For ./run, scripts and trying things out.
 //
 // The status is 1 when that did not come about within ten seconds. The program to be read must run
 // on the same display and session bus, with QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 unless the desktop
@@ -19,52 +17,22 @@
 #include <iostream>
 #include <string_view>
 
-namespace notch {
-namespace {
-
-int list(const AccessibleProgram& program)
-{
-    const auto controls = program.controls();
-    for (const auto& control : controls)
-        std::cout << control.role << " \"" << control.name << "\" at " << control.x << ' '
-                  << control.y << (control.isEnabled ? "" : " disabled")
-                  << (control.isShowing ? "" : " hidden") << (control.isFocused ? " focused" : "")
-                  << '\n';
-    return controls.empty() ? 1 : 0;
-}
-
-void click(const AccessibleControl& control)
-{
-    OtherProgram().clickAt(control.x, control.y);
-}
-
-int run(std::string_view action, const std::string& name)
-{
-    const AccessibleProgram program("QuillMossNotch");
-    if (action == "--list")
-        return list(program);
-    const auto control = program.waitFor(
-        name, [&](const auto& found) { return found.isEnabled || action == "--find"; });
-    if (!control) {
-        std::cerr << "Not there: " << name << '\n';
-        return 1;
-    }
-    std::cout << control->x << ' ' << control->y << '\n';
-    if (action == "--click")
-        click(*control);
-    return 0;
-}
-
-} // namespace
-} // namespace notch
-
 int main(int argc, char** argv)
 {
-    const std::string_view action = argc > 1 ? argv[1] : "";
-    const bool named = action == "--find" || action == "--wait" || action == "--click";
-    if (argc != (named ? 3 : 2) || !(named || action == "--list")) {
-        std::cerr << "Usage: NotchClicker --list | --find NAME | --wait NAME | --click NAME\n";
+    const std::string_view action = argc == 3 ? argv[1] : "";
+    if (action != "--wait" && action != "--click") {
+        std::cerr << "Usage: NotchClicker --wait NAME | --click NAME\n";
         return 2;
     }
-    return notch::run(action, named ? argv[2] : "");
+    const auto control =
+        notch::AccessibleProgram("QuillMossNotch").waitFor(argv[2], [](const auto& found) {
+            return found.isEnabled;
+        });
+    if (!control) {
+        std::cerr << "Not there: " << argv[2] << '\n';
+        return 1;
+    }
+    if (action == "--click")
+        notch::OtherProgram().clickAt(control->x, control->y);
+    return 0;
 }

@@ -5,12 +5,10 @@
 
 #include <xcb/xcb.h>
 
+#include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
-#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace notch {
@@ -21,35 +19,19 @@ namespace notch {
 class OtherProgram {
 public:
     using Window = xcb_window_t;
-    struct Colour {
-        int red = 0;
-        int green = 0;
-        int blue = 0;
-
-        bool operator==(const Colour&) const = default;
-    };
-    struct Area {
-        int x = 0;
-        int y = 0;
-        int width = 0;
-        int height = 0;
-
-        bool operator==(const Area&) const = default;
-    };
+    using Area = std::array<int, 4>; // Left, top, width and height, in pixels.
+    enum class Region : std::uint8_t { visible = 0, input = 2 }; // xcb_shape_sk_t
+    using Colour = std::uint32_t;
+    static constexpr Colour black = 0x000000;
+    static constexpr Colour white = 0xFFFFFF;
 
     OtherProgram();
 
-    // Somebody manages windows that are opened from now on.
-    bool windowManagerRuns();
-    void whitenDesktop();
     // White, managed and shown; of this WM_CLASS, if any.
-    Window openWindow(Area area, const std::string& windowClass = {});
+    Window openWindow(const std::string& windowClass = {});
     Window openFullScreenWindow();
-    // Asks the window manager, as a task bar does, to raise it and give it the keyboard.
-    void activate(Window window);
-    void close(Window window);
-    // Button presses that the window has had since the last call.
-    int takePresses(Window window);
+    // Button presses that its windows have had since the last call.
+    int takePresses();
     Window focus();
 
     void moveTo(int x, int y);
@@ -59,16 +41,14 @@ public:
     void typeEscape();
 
     Colour colourAt(int x, int y);
-    // Both in pixels. The first is one rectangle for a window that is not cut.
-    std::vector<Area> visibleRegion(Window window);
-    std::vector<Area> inputRegion(Window window);
+    // One rectangle for a window that is not cut.
+    std::vector<Area> region(Window window, Region region);
 
-    // Becomes what the desktop has only one of, as window managers, compositors and settings
-    // daemons do.
+    // Becomes what the desktop has only one of, as compositors and settings daemons do.
     void claim(const std::string& selection);
     void giveUp(const std::string& selection);
     // Publishes bytes on the window with which it claims.
-    void publish(const std::string& property, std::span<const std::uint8_t> bytes);
+    void publish(const std::string& property, const std::string& bytes);
 
 private:
     struct Close {
@@ -76,17 +56,15 @@ private:
     };
 
     xcb_connection_t* x() const { return connection_.get(); }
-    xcb_window_t root() const;
+    const xcb_screen_t& screen() const;
     xcb_atom_t atom(const std::string& name);
-    Window create(Area area);
+    Window create();
     void show(Window window);
     void settle();
     void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
-    std::vector<Area> region(Window window, std::uint8_t kind);
 
     std::unique_ptr<xcb_connection_t, Close> connection_;
     Window owner_ = 0;
-    std::vector<Window> presses_; // One entry for each that nobody has taken yet.
 };
 
 } // namespace notch
