@@ -10,23 +10,15 @@
 namespace notch {
 namespace {
 
-using Area = OtherProgram::Area;
 using Region = OtherProgram::Region;
 constexpr auto white = OtherProgram::white;
 constexpr auto black = OtherProgram::black;
 
 class NotchPanelTest : public PanelOnDesktop {
 protected:
-    std::vector<Area> region(Region which)
+    std::vector<PixelRect> region(Region which)
     {
         return other.region(static_cast<xcb_window_t>(panel->winId()), which);
-    }
-    static std::vector<Area> areas(const NotchShape& shape, double offset, double scale)
-    {
-        std::vector<Area> all;
-        for (const auto& p : pixelsInside(shape, offset, scale))
-            all.push_back({p.x, p.y, p.width, p.height});
-        return all;
     }
     // Pixels at the lower left corner that are neither the window's below nor the surface's.
     int smoothPixels()
@@ -122,7 +114,7 @@ TEST_F(NotchPanelTest, regionsAndPointerAreExactAtTwiceTheScale)
 {
     launch("2");
     show({80, 0, 480, 200.5}, 300);
-    const auto expected = areas(NotchShape(300, 200.5), 90, 2);
+    const auto expected = pixelsInside(NotchShape(300, 200.5), 90, 2);
     EXPECT_EQ(region(Region::input), expected);
     EXPECT_EQ(region(Region::visible), expected);
     other.moveTo(401, 33);
@@ -133,13 +125,14 @@ TEST_F(NotchPanelTest, isCutHardOnlyWhileNobodyBlends)
 {
     launch();
     show();
-    const auto outline = areas(NotchShape(480, 300), 0, 1);
+    const auto outline = pixelsInside(NotchShape(480, 300), 0, 1);
     EXPECT_EQ(region(Region::visible), outline);
-    other.claim("_NET_WM_CM_S0");
-    const std::vector<Area> whole{{0, 0, 480, 300}};
+    std::optional<OtherProgram> compositor(std::in_place);
+    compositor->claim("_NET_WM_CM_S0");
+    const std::vector<PixelRect> whole{{0, 0, 480, 300}};
     EXPECT_TRUE(eventually([&] { return region(Region::visible) == whole; }));
     EXPECT_EQ(region(Region::input), outline);
-    other.giveUp("_NET_WM_CM_S0");
+    compositor.reset();
     EXPECT_TRUE(eventually([&] { return region(Region::visible) == outline; }));
 }
 

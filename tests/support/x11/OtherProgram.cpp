@@ -41,12 +41,6 @@ xcb_atom_t OtherProgram::atom(const std::string& name)
     return owned(xcb_intern_atom_reply(x(), cookie, nullptr))->atom;
 }
 
-// Any reply: the server does requests in order.
-void OtherProgram::settle()
-{
-    focus();
-}
-
 OtherProgram::Window OtherProgram::create()
 {
     const Window window = xcb_generate_id(x());
@@ -55,6 +49,14 @@ OtherProgram::Window OtherProgram::create()
         XCB_WINDOW_CLASS_INPUT_OUTPUT, screen().root_visual, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK,
         values);
     return window;
+}
+
+void OtherProgram::setProperty(
+    Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes)
+{
+    const std::uint8_t format = type == XCB_ATOM_ATOM ? 32 : 8;
+    xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, property, type, format,
+        static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
 }
 
 void OtherProgram::show(Window window)
@@ -67,9 +69,7 @@ OtherProgram::Window OtherProgram::openWindow(const std::string& windowClass)
 {
     const auto window = create();
     const auto twice = windowClass + '\0' + windowClass + '\0'; // Instance and class.
-    if (!windowClass.empty())
-        xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
-            8, static_cast<std::uint32_t>(twice.size()), twice.data());
+    setProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, twice);
     show(window);
     return window;
 }
@@ -78,8 +78,8 @@ OtherProgram::Window OtherProgram::openFullScreenWindow()
 {
     const auto window = create();
     const auto fullScreen = atom("_NET_WM_STATE_FULLSCREEN");
-    xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
-        32, 1, &fullScreen);
+    setProperty(window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
+        {reinterpret_cast<const char*>(&fullScreen), sizeof fullScreen});
     show(window);
     return window;
 }
@@ -105,21 +105,6 @@ void OtherProgram::fake(std::uint8_t type, std::uint8_t detail, int toX, int toY
     settle();
 }
 
-void OtherProgram::moveTo(int toX, int toY)
-{
-    fake(XCB_MOTION_NOTIFY, 0, toX, toY);
-}
-
-void OtherProgram::press(std::uint8_t button)
-{
-    fake(XCB_BUTTON_PRESS, button);
-}
-
-void OtherProgram::release(std::uint8_t button)
-{
-    fake(XCB_BUTTON_RELEASE, button);
-}
-
 void OtherProgram::clickAt(int atX, int atY)
 {
     moveTo(atX, atY);
@@ -142,12 +127,12 @@ OtherProgram::Colour OtherProgram::colourAt(int atX, int atY)
     return *reinterpret_cast<const std::uint32_t*>(xcb_get_image_data(image.get())) & white;
 }
 
-std::vector<OtherProgram::Area> OtherProgram::region(Window window, Region region)
+std::vector<PixelRect> OtherProgram::region(Window window, Region region)
 {
     const auto cookie =
         xcb_shape_get_rectangles(x(), window, static_cast<xcb_shape_kind_t>(region));
     const auto reply = owned(xcb_shape_get_rectangles_reply(x(), cookie, nullptr));
-    std::vector<Area> areas;
+    std::vector<PixelRect> areas;
     for (auto it = xcb_shape_get_rectangles_rectangles_iterator(reply.get()); it.rem > 0;
          xcb_rectangle_next(&it))
         areas.push_back({it.data->x, it.data->y, it.data->width, it.data->height});
@@ -160,16 +145,9 @@ void OtherProgram::claim(const std::string& selection)
     settle();
 }
 
-void OtherProgram::giveUp(const std::string& selection)
-{
-    xcb_set_selection_owner(x(), XCB_WINDOW_NONE, atom(selection), XCB_CURRENT_TIME);
-    settle();
-}
-
 void OtherProgram::publish(const std::string& property, const std::string& bytes)
 {
-    xcb_change_property(x(), XCB_PROP_MODE_REPLACE, owner_, atom(property), XCB_ATOM_STRING, 8,
-        static_cast<std::uint32_t>(bytes.size()), bytes.data());
+    setProperty(owner_, atom(property), XCB_ATOM_STRING, bytes);
     settle();
 }
 

@@ -3,12 +3,14 @@
 
 #pragma once
 
+#include "NotchPanel/NotchShape.h"
+
 #include <xcb/xcb.h>
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace notch {
@@ -19,7 +21,6 @@ namespace notch {
 class OtherProgram {
 public:
     using Window = xcb_window_t;
-    using Area = std::array<int, 4>; // Left, top, width and height, in pixels.
     enum class Region : std::uint8_t { visible = 0, input = 2 }; // xcb_shape_sk_t
     using Colour = std::uint32_t;
     static constexpr Colour black = 0x000000;
@@ -27,26 +28,26 @@ public:
 
     OtherProgram();
 
-    // White, managed and shown; of this WM_CLASS, if any.
-    Window openWindow(const std::string& windowClass = {});
+    // White, managed and shown; of this WM_CLASS.
+    Window openWindow(const std::string& windowClass = "other");
     Window openFullScreenWindow();
     // Button presses that its windows have had since the last call.
     int takePresses();
     Window focus();
 
-    void moveTo(int x, int y);
-    void press(std::uint8_t button = 1);
-    void release(std::uint8_t button = 1);
+    void moveTo(int x, int y) { fake(XCB_MOTION_NOTIFY, 0, x, y); }
+    void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
+    void release(std::uint8_t button = 1) { fake(XCB_BUTTON_RELEASE, button); }
     void clickAt(int x, int y);
     void typeEscape();
 
     Colour colourAt(int x, int y);
     // One rectangle for a window that is not cut.
-    std::vector<Area> region(Window window, Region region);
+    std::vector<PixelRect> region(Window window, Region region);
 
-    // Becomes what the desktop has only one of, as compositors and settings daemons do.
+    // Becomes what the desktop has only one of, as compositors and settings daemons do, until it
+    // ends.
     void claim(const std::string& selection);
-    void giveUp(const std::string& selection);
     // Publishes bytes on the window with which it claims.
     void publish(const std::string& property, const std::string& bytes);
 
@@ -59,8 +60,10 @@ private:
     const xcb_screen_t& screen() const;
     xcb_atom_t atom(const std::string& name);
     Window create();
+    void setProperty(Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes);
     void show(Window window);
-    void settle();
+    // The server does requests in order: any reply will do.
+    void settle() { focus(); }
     void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
 
     std::unique_ptr<xcb_connection_t, Close> connection_;
