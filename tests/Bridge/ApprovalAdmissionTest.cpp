@@ -89,22 +89,25 @@ TEST(ApprovalAdmission, demandsEveryFieldInItsType)
     }
 }
 
+std::string damaged(std::string text, std::size_t bit)
+{
+    text[bit / 8] = static_cast<char>(text[bit / 8] ^ (1 << bit % 8));
+    return text;
+}
+
 // Whatever is damaged on the way, what is admitted is a whole request that obeys every rule.
 TEST(ApprovalAdmission, survivesEveryDamage)
 {
     const auto line = goodRequest().serialize();
-    for (std::size_t at = 0; at < line.size(); ++at) {
+    for (std::size_t at = 0; at < line.size(); ++at)
         EXPECT_FALSE(admittedRequest(line.substr(0, at), now)) << at;
-        for (int bit = 0; bit < 8; ++bit) {
-            auto damaged = line;
-            damaged[at] = static_cast<char>(damaged[at] ^ (1 << bit));
-            const auto admitted = admittedRequest(damaged, now);
-            if (!admitted)
-                continue;
-            EXPECT_EQ(admitted->eventName, "PermissionRequest") << damaged;
-            EXPECT_LE(admitted->expiresAt, now + Seconds{50}) << damaged;
-            EXPECT_EQ(admittedRequest(admitted->serialize(), now), admitted) << damaged;
-        }
+    for (std::size_t bit = 0; bit < line.size() * 8; ++bit) {
+        const auto admitted = admittedRequest(damaged(line, bit), now);
+        if (!admitted)
+            continue;
+        EXPECT_EQ(admitted->eventName, "PermissionRequest") << bit;
+        EXPECT_LE(admitted->expiresAt, now + Seconds{50}) << bit;
+        EXPECT_EQ(admittedRequest(admitted->serialize(), now), admitted) << bit;
     }
 }
 
@@ -117,6 +120,15 @@ TEST(DecisionReply, carriesKnownWordsOnly)
     for (const char* line : {R"({"id":"a","decision":"maybe"})", R"({"id":"a","decision":"Allow"})",
              R"({"id":"a"})", R"({"decision":"allow"})", R"({"id":1,"decision":"allow"})", "[]"})
         EXPECT_FALSE(DecisionReply::parse(line)) << line;
+}
+
+TEST(DecisionReply, allowsNothingWhenADenialIsDamaged)
+{
+    const auto denial = DecisionReply{.id = "a", .decision = Decision::deny}.serialize();
+    for (std::size_t bit = 0; bit < denial.size() * 8; ++bit) {
+        const auto reply = DecisionReply::parse(damaged(denial, bit));
+        EXPECT_FALSE(reply && reply->decision != Decision::deny) << bit;
+    }
 }
 
 } // namespace

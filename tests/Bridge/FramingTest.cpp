@@ -66,24 +66,18 @@ TEST_F(Framing, readsNothingFromAPeerThatGoesBeforeTheLineEnds)
     EXPECT_FALSE(readFrame(here, within(ample)));
 }
 
-TEST_F(Framing, endsAtTheDeadline)
+TEST_F(Framing, endsAtTheDeadlineOrWithTheFlag)
 {
     EXPECT_FALSE(readFrame(here, within(moment)));
     EXPECT_FALSE(readFrame(here, within(Seconds{0})));
     EXPECT_FALSE(writeFrame(there, largest, within(moment))) << "more than the socket holds";
-}
 
-TEST_F(Framing, endsWhenTheFlagIsRaised)
-{
     const auto stop = PollableFlag::make();
-    ASSERT_TRUE(stop);
-    FrameLimits limits = within(ample);
-    limits.stop = &*stop;
-    std::thread raiser([&] { stop->raise(); });
-    EXPECT_FALSE(readFrame(here, limits));
+    stop->raise();
+    const FrameLimits limits{.deadline = Uptime::now() + ample, .stop = &*stop};
+    EXPECT_FALSE(readFrame(there, limits));
+    EXPECT_FALSE(writeFrame(here, "abc", limits));
     EXPECT_LT(Uptime::now(), limits.deadline);
-    EXPECT_FALSE(writeFrame(there, "abc", limits));
-    raiser.join();
 }
 
 } // namespace

@@ -60,49 +60,39 @@ protected:
 
 TEST_F(ListeningSocketTest, trustsOnlyItsOwnDirectoryAndSocket)
 {
-    struct Row {
-        const char* name;
-        std::function<void()> prepare;
-        std::optional<Code> error;
-    };
     const auto elsewhere = temporary / "elsewhere";
-    for (const auto& row : {
-             Row{"nothing there", [] {}, std::nullopt},
-             Row{"stale socket", [&] { leaveSocket(); }, std::nullopt},
-             Row{"stale socket, open to others", [&] { leaveSocket(0666); }, Code::unsafePath},
-             Row{"stale socket, too closed", [&] { leaveSocket(0400); }, Code::unsafePath},
-             Row{"regular file",
-                 [&] {
-                     ::mkdir(directory, 0700);
-                     UniqueFd(::open(path, O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
-                 },
-                 Code::unsafePath},
-             Row{"link to a stale socket",
-                 [&] {
-                     leaveSocket();
-                     ::rename(path, elsewhere.c_str());
-                     EXPECT_EQ(::symlink(elsewhere.c_str(), path), 0);
-                 },
-                 Code::unsafePath},
-             Row{"directory open to others", [&] { ::mkdir(directory, 0755); }, Code::unsafePath},
-             Row{"directory without write", [&] { ::mkdir(directory, 0500); }, Code::unsafePath},
-             Row{"link to a safe directory",
-                 [&] {
-                     ::mkdir(elsewhere.c_str(), 0700);
-                     EXPECT_EQ(::symlink(elsewhere.c_str(), directory), 0);
-                 },
-                 Code::unsafePath},
-             Row{"file in place of the directory",
-                 [&] { UniqueFd(::open(directory, O_CREAT | O_WRONLY | O_CLOEXEC, 0700)); },
-                 Code::unsafePath},
-         }) {
-        row.prepare();
+    const std::function<void()> unsafe[] = {
+        [&] { leaveSocket(0666); },
+        [&] { leaveSocket(0400); },
+        [&] {
+            ::mkdir(directory, 0700);
+            UniqueFd(::open(path, O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
+        },
+        [&] {
+            leaveSocket();
+            ::rename(path, elsewhere.c_str());
+            EXPECT_EQ(::symlink(elsewhere.c_str(), path), 0);
+        },
+        [&] { ::mkdir(directory, 0755); },
+        [&] { ::mkdir(directory, 0500); },
+        [&] {
+            ::mkdir(elsewhere.c_str(), 0700);
+            EXPECT_EQ(::symlink(elsewhere.c_str(), directory), 0);
+        },
+        [&] { UniqueFd(::open(directory, O_CREAT | O_WRONLY | O_CLOEXEC, 0700)); },
+    };
+    for (const auto& prepare : unsafe) {
+        prepare();
         const auto before = place.identity();
-        EXPECT_EQ(errorOfOpen(), row.error) << row.name;
-        EXPECT_EQ(place.identity(), row.error ? before : std::nullopt) << row.name;
+        EXPECT_EQ(errorOfOpen(), Code::unsafePath) << &prepare - unsafe;
+        EXPECT_EQ(place.identity(), before) << &prepare - unsafe;
         std::filesystem::remove_all(directory);
         std::filesystem::remove_all(elsewhere);
     }
+    EXPECT_EQ(errorOfOpen(), std::nullopt);
+    leaveSocket();
+    EXPECT_EQ(errorOfOpen(), std::nullopt);
+    EXPECT_FALSE(place.identity());
 }
 
 TEST_F(ListeningSocketTest, refusesAPathThatDoesNotFitAnAddress)
@@ -129,15 +119,13 @@ TEST_F(ListeningSocketTest, isReachedOnlyOnASafePath)
 {
     const auto listening = open();
     ASSERT_TRUE(listening.ok());
-    const auto expectReach = [&](mode_t socketMode, mode_t directoryMode, bool reached) {
+    for (const auto& [socketMode, directoryMode, reached] :
+        {std::tuple{0660U, 0700U, false}, {0600U, 0750U, false}, {0600U, 0700U, true}}) {
         ::chmod(path, socketMode);
         ::chmod(directory, directoryMode);
-        EXPECT_EQ(place.connect().has_value(), reached) << socketMode << directoryMode;
-        EXPECT_EQ(listening.value().isReachable(), reached) << socketMode << directoryMode;
-    };
-    expectReach(0660, 0700, false);
-    expectReach(0600, 0750, false);
-    expectReach(0600, 0700, true);
+        EXPECT_EQ(place.connect().has_value(), reached) << socketMode;
+        EXPECT_EQ(listening.value().isReachable(), reached) << socketMode;
+    }
 }
 
 TEST_F(ListeningSocketTest, acceptsUntilTheFlagIsRaised)

@@ -28,7 +28,6 @@ protected:
     Ending shown() const { return run({"--configure", "quillmoss"}); }
     Ending runCompletion(const char* word) const { return run({"--configure-completion", word}); }
 
-    bool isUntouched() const { return settings.leftovers().empty() && settings.backups().empty(); }
     // The newest backup of the file.
     std::string backup() const
     {
@@ -39,12 +38,21 @@ protected:
     const HookInstaller installer;
 };
 
-TEST_F(Configure, showsAndChangesNothing)
+TEST_F(Configure, touchesNothingUnlessToldTo)
 {
     const auto text = installer.preview(
         settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
     EXPECT_EQ(shown(), (Ending{0, text + "\n", ""}));
-    EXPECT_TRUE(isUntouched());
+    EXPECT_EQ(run({"--configure", "quillmoss", "--remove", "--apply"}), (Ending{1, "", ""}));
+    EXPECT_EQ(run({"--configure", "quillmoss", "--apply", "--compat-bash"}),
+        (Ending{
+            1, "", "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"}));
+    EXPECT_TRUE(settings.leftovers().empty() && settings.backups().empty());
+    EXPECT_EQ(runCompletion("--remove"),
+        (Ending{1, "", "Completion configuration failed: 配置文件不存在。\n"}));
+    settings.write("[]");
+    EXPECT_EQ(runCompletion("--apply").status, 1);
+    EXPECT_EQ(settings.text(), "[]");
 }
 
 TEST_F(Configure, appliesAndRemoves)
@@ -75,15 +83,6 @@ TEST_F(Configure, keepsTheEditionsApart)
         (Ending{1, "", "Configuration failed: 配置文件不存在；没有可卸载的 hook。\n"}));
 }
 
-TEST_F(Configure, touchesNothingForOtherArguments)
-{
-    EXPECT_EQ(run({"--configure", "quillmoss", "--remove", "--apply"}), (Ending{1, "", ""}));
-    EXPECT_EQ(run({"--configure", "quillmoss", "--apply", "--compat-bash"}),
-        (Ending{
-            1, "", "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"}));
-    EXPECT_TRUE(isUntouched());
-}
-
 TEST_F(Configure, appliesAndRemovesTurnEndsBesideAnApprovalHook)
 {
     installer.install(settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
@@ -99,15 +98,6 @@ TEST_F(Configure, appliesAndRemovesTurnEndsBesideAnApprovalHook)
             0, "Removed turn-end notification hooks only; existing approvals preserved.\n", ""}));
     EXPECT_EQ(settings.text(), approvalAlone);
     EXPECT_FALSE(std::filesystem::exists(settings.home() + "/.quillmoss-ai"));
-}
-
-TEST_F(Configure, saysWhyTurnEndsFailed)
-{
-    EXPECT_EQ(runCompletion("--remove"),
-        (Ending{1, "", "Completion configuration failed: 配置文件不存在。\n"}));
-    settings.write("[]");
-    EXPECT_EQ(runCompletion("--apply").status, 1);
-    EXPECT_EQ(settings.text(), "[]");
 }
 
 } // namespace

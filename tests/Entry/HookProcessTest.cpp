@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: MIT
 
 #include "Bridge/ApprovalServer.h"
+#include "Bridge/HookMessage.h"
+#include "TurnEnd/CompletionServer.h"
 #include "support/ChildProcess.h"
+#include "support/CompletionEvents.h"
 #include "support/PrivateBridgeEnvironment.h"
 #include "support/Trace.h"
 
@@ -13,16 +16,18 @@
 namespace notch {
 namespace {
 
-using namespace std::string_view_literals;
+using namespace std::string_literals;
 
 using Ending = ChildProcess::Ending;
 
+using Arguments = std::vector<std::string>;
+
 constexpr std::size_t mebibyte = 1 << 20;
 
-std::string inputOf(std::string_view toolInputMember)
+std::string inputOf(const std::string& toolInputMember)
 {
     return R"({"hook_event_name":"PermissionRequest","tool_name":"Bash","tool_input":{"a":)"
-         + std::string(toolInputMember) + "}}";
+         + toolInputMember + "}}";
 }
 
 // What half a million values, the most that fit into the largest input, need in memory. The
@@ -52,31 +57,17 @@ protected:
     ApprovalServer server;
 };
 
-TEST_F(HookProcess, printsWhatAPersonDecided)
-{
-    decide = [this](const auto& id) { server.decide(id, Decision::deny); };
-    const auto ending = runProgram(PROGRAM_PATH,
-        {"--hook", "--source", "quillmossAI", "--owner-marker", "quillmoss-notch-v1"},
-        inputOf("0"));
-    EXPECT_EQ(trace.next(), "quillmossAI asks");
-    EXPECT_EQ(
-        ending, (Ending{0,
-                    R"({"decision":"block","hookSpecificOutput":{"decision":{"behavior":"deny"},)"
-                    R"("hookEventName":"PermissionRequest","permissionDecision":"deny"}})"
-                    "\n",
-                    ""}));
-}
-
 TEST_F(HookProcess, takesTheSourceFromBehindItsFlag)
 {
     decide = [this](const auto& id) { server.decide(id, Decision::passthrough); };
-    using Arguments = std::vector<std::string>;
     for (const auto& [arguments, source] : std::vector<std::pair<Arguments, std::string>>{
              {{"--hook"}, "quillmoss"},
              {{"--hook", "--source"}, "quillmoss"},
              {{"--source", "汉", "--hook", "--source", "b"}, "汉"},
              {{"--hook", "--source", ""}, ""},
              {{"--source", "--hook"}, "--hook"},
+             {{"--hook", "--source", "quillmossAI", "--owner-marker", "quillmoss-notch-v1"},
+                 "quillmossAI"},
          }) {
         EXPECT_EQ(runProgram(PROGRAM_PATH, arguments, inputOf("0")), (Ending{0, "", ""}));
         EXPECT_EQ(trace.next(), source + " asks");
@@ -111,33 +102,66 @@ TEST_F(HookProcess, asksForTheLargestInputAndNothingBeyond)
     largest.resize(mebibyte, ' ');
     EXPECT_EQ(runProgram(PROGRAM_PATH, {"--hook"}, largest + ' '), (Ending{0, "", ""}));
     EXPECT_TRUE(trace.empty());
-    EXPECT_NE(runProgram(PROGRAM_PATH, {"--hook"}, largest).output, "");
+    EXPECT_EQ(runProgram(PROGRAM_PATH, {"--hook"}, largest),
+        (Ending{0, hookOutput("PermissionRequest", Decision::allow), ""}));
 }
 
-// Whatever comes in, the host sees nothing but status 0, and the memory stays a small multiple.
+// Whatever comes in, the host sees nothing but status 0, and the memory stays a small multiple,
+// also for a value whose pretty text would be hundreds of times as long.
 TEST_F(HookProcess, endsInSilenceForHostileInput)
 {
     struct Row {
-        std::string_view before;
-        std::string_view part; // Repeated until a mebibyte is nearly full.
-        std::string_view after;
+        std::string before;
+        std::string part; // Repeated until a mebibyte is nearly full.
+        std::string after;
     };
     decide = [this](const auto& id) { server.decide(id, Decision::passthrough); };
-    for (const auto& row :
-        {Row{"", "[", ""}, Row{"", "{\"\":", ""}, Row{"", "\0"sv, ""}, Row{"[0", ",0", "]"},
-            Row{"[0", ",\"\"", "]"}, Row{"[0", ",[]", "]"}, Row{"[0", ",{}", "]"},
-            Row{"[0", ",{\"\":0}", "]"}, Row{"[[[[[[[[[[[[[[[[[[[[0", ",0", "]]]]]]]]]]]]]]]]]]]]"},
-            Row{"{\"\":0", ",\"\":0", "}"}, Row{"1", "9", ""},
-            Row{"\"\xFF\xC0\x80", "\xED\xA0\x80", "\""}, Row{"\"", "\\ud800", "\""},
-            Row{"\"", "\\u0001", "\""}, Row{"\"", "\\\"", "\""}}) {
-        std::string value(row.before);
+    for (const auto& row : {Row{"", "[", ""}, Row{"", "{\"\":", ""}, Row{"", "\0"s, ""},
+             Row{"[0", ",0", "]"}, Row{"[0", ",\"\"", "]"}, Row{"[0", ",[]", "]"},
+             Row{"[0", ",{}", "]"}, Row{"[0", ",{\"\":0}", "]"},
+             Row{std::string(400, '[') + "0", ",0", std::string(400, ']')},
+             Row{"{\"\":0", ",\"\":0", "}"}, Row{"1", "9", ""},
+             Row{"\"\xFF\xC0\x80", "\xED\xA0\x80", "\""}, Row{"\"", "\\ud800", "\""},
+             Row{"\"", "\\u0001", "\""}, Row{"\"", "\\\"", "\""}}) {
+        auto value = row.before;
         while (value.size() < mebibyte - 1000)
             value += row.part;
         ChildProcess hook(PROGRAM_PATH, {"--hook"});
-        hook.write(inputOf(value + std::string(row.after)));
-        EXPECT_EQ(hook.finish(), (Ending{0, "", ""})) << row.before << row.part;
-        EXPECT_LT(hook.peakMemory(), mostKilobytes) << row.before << row.part;
+        hook.write(inputOf(value + row.after));
+        EXPECT_EQ(hook.finish(), (Ending{0, "", ""})) << row.before.front() << row.part;
+        EXPECT_LT(hook.peakMemory(), mostKilobytes) << row.before.front() << row.part;
     }
+}
+
+TEST(CompletionHookProcess, tellsTheServerForItsOwnListOnlyAndSaysNothing)
+{
+    if (!PrivateBridge::reason.empty())
+        GTEST_SKIP() << PrivateBridge::reason;
+    Trace trace;
+    CompletionServer server;
+    ASSERT_FALSE(server.start(printingTo(trace)));
+    const auto run = [](const Arguments& arguments, const std::string& session) {
+        const auto input = R"({"hook_event_name":"FinalStop","session_id":")" + session + "\"}";
+        EXPECT_EQ(runProgram(PROGRAM_PATH, arguments, input), (Ending{0, "", ""}))
+            << testing::PrintToString(arguments);
+    };
+    const std::string flag = "--completion-hook";
+    const std::string marker = "quillmoss-notch-completion-v1";
+    for (const auto& other : std::vector<Arguments>{
+             {flag},
+             {flag, "--source", "quillmoss"},
+             {flag, "--source", "quillmossAI", "--owner-marker", marker},
+             {flag, "--source", "quillmoss", "--owner-marker", "quillmoss-notch-v1"},
+             {flag, "--owner-marker", marker, "--source", "quillmoss"},
+             {flag, "--source", "quillmoss", "--owner-marker", marker, "--apply"},
+             {"--hook", flag, "--source", "quillmoss", "--owner-marker", marker},
+         })
+        run(other, "other");
+    const Arguments own{flag, "--source", "quillmoss", "--owner-marker", marker};
+    run(own, "own");
+    EXPECT_EQ(trace.next(), "ended session=own reason=unknown");
+    server.stop();
+    run(own, "nobody-listens");
 }
 
 } // namespace

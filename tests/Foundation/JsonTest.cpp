@@ -40,36 +40,29 @@ TEST(Json, keepsDepthAndNumbersAsTheyWereWritten)
 
 TEST(Json, comparesNumbersByValue)
 {
-    struct Row {
-        const char* a;
-        const char* b;
-        bool equal;
-    };
-    for (const auto& row : {
-             Row{"60", "60.0", true},
-             Row{"60", "6e1", true},
-             Row{"0.060E+3", "60", true},
-             Row{"-0.0", "0", true},
-             Row{"0e5", "0", true},
-             Row{"1e400", "10e399", true},
-             Row{"1e400", "1e401", false},
-             Row{"9007199254740993", "9007199254740992", false},
-             Row{"60", "-60", false},
-             Row{"60", "\"60\"", false},
-             Row{"1", "true", false},
+    for (const auto& [a, b, equal] : std::vector<std::tuple<const char*, const char*, bool>>{
+             {"60", "60.0", true},
+             {"60", "6e1", true},
+             {"0.060E+3", "60", true},
+             {"-0.0", "0e5", true},
+             {"1e400", "10e399", true},
+             {"1e400", "1e401", false},
+             {"9007199254740993", "9007199254740992", false},
+             {"60", "-60", false},
+             {"60", "\"60\"", false},
+             {"1", "true", false},
          })
-        EXPECT_EQ(*Json::parse(row.a) == *Json::parse(row.b), row.equal)
-            << row.a << " and " << row.b;
+        EXPECT_EQ(*Json::parse(a) == *Json::parse(b), equal) << a << " and " << b;
 }
 
 TEST(Json, writesThePrescribedLayout)
 {
     const auto document = Json::parse(
-        R"({"b":[1,{"x":true,"a":null},[]],"a/c":"汉\u0001\"\\\/\n\u007f","b2":{},"B":0,"b":[2,3]})");
+        R"({"b":[1,{"x":true,"a":null},[]],"a/c":"汉\u0001\"\\\/\b\f\n\r\t\u007f","b2":{},"B":0,"b":[2,3]})");
     ASSERT_TRUE(document);
     EXPECT_EQ(document->pretty(), "{\n"
                                   "  \"B\" : 0,\n"
-                                  "  \"a/c\" : \"汉\\u0001\\\"\\\\/\\n\x7f\",\n"
+                                  "  \"a/c\" : \"汉\\u0001\\\"\\\\/\\b\\f\\n\\r\\t\x7f\",\n"
                                   "  \"b\" : [\n"
                                   "    2,\n"
                                   "    3\n"
