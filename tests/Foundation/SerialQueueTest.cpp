@@ -29,9 +29,10 @@ TEST(SerialQueue, runsWorkOfEachThreadInItsOrder)
         std::size_t before = 0;
         queue.sync([&] { before = seen.size(); });
         EXPECT_EQ(before, total);
-        queue.async([&] { seen.emplace_back(0, perThread); });
+        for (int i = perThread; i < 2 * perThread; ++i)
+            queue.async([&seen, i] { seen.emplace_back(0, i); });
     } // What was queued runs before the queue is gone.
-    ASSERT_EQ(seen.size(), total + 1);
+    ASSERT_EQ(seen.size(), total + perThread);
     std::vector<int> next(4, 0);
     for (const auto& [thread, i] : seen)
         EXPECT_EQ(i, next[static_cast<std::size_t>(thread)]++);

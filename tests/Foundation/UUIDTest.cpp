@@ -25,14 +25,11 @@ TEST(UUID, randomOnesAreVersion4AndDiffer)
 {
     std::set<std::string> texts;
     for (int i = 0; i < 100; ++i) {
-        const auto uuid = UUID::random();
-        const auto text = uuid.text();
+        const auto text = UUID::random().text();
         EXPECT_EQ(text[14], '4') << text;
         EXPECT_NE(std::string("89AB").find(text[19]), std::string::npos) << text;
-        EXPECT_EQ(UUID::parse(text), uuid);
-        texts.insert(text);
+        EXPECT_TRUE(texts.insert(text).second) << text;
     }
-    EXPECT_EQ(texts.size(), 100U);
 }
 
 } // namespace
