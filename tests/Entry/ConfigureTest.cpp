@@ -28,10 +28,10 @@ protected:
     Ending shown() const { return run({"--configure", "quillmoss"}); }
     Ending runCompletion(const char* word) const { return run({"--configure-completion", word}); }
 
-    // The newest backup of the file.
+    // The one backup of the file.
     std::string backup() const
     {
-        return settings.directory() + "/.quillmoss-notch-backups/" + settings.backups().back();
+        return settings.directory() + "/.quillmoss-notch-backups/" + settings.backups().at(0);
     }
 
     const SettingsFile settings;

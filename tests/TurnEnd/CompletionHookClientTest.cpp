@@ -108,17 +108,16 @@ TEST_F(CompletionHookClientTest, sendsNothingThatIsNotValid)
 TEST_F(CompletionHookClientTest, givesUpOnInputThatDoesNotEndInTime)
 {
     const auto listening = listen();
-    for (const Host& host : {
-             Host([](const auto&, const auto&ended) { ended.wait(ample); }),
-             Host([](const auto&pipe, const auto&ended) {
-                 writeAll(pipe, startInput);
-                 ended.wait(ample);
-             }),
-             Host([](const auto&pipe, const auto&ended) {
-                 while (!ended.wait(Seconds{0.01}))
-                     writeAll(pipe, " ");
-             }),
-         }) {
+    const Host silent = [](const auto&, const auto& ended) { ended.wait(ample); };
+    const Host complete = [](const auto& pipe, const auto& ended) {
+        writeAll(pipe, startInput);
+        ended.wait(ample);
+    };
+    const Host trickling = [](const auto& pipe, const auto& ended) {
+        while (!ended.wait(Seconds{0.01}))
+            writeAll(pipe, " ");
+    };
+    for (const auto& host : {silent, complete, trickling}) {
         for (const auto bend : {BentClock::Bend::setBack, BentClock::Bend::setForward}) {
             const BentClock clock(bend);
             const auto time = timeOfRun(host);
