@@ -11,11 +11,11 @@ using DecisionTest = NotchOnDesktop;
 TEST_F(DecisionTest, ofTwoRequestsTheOneOnShowIsAnsweredAndNotByAClickRightAfterSwitching)
 {
     const auto first = ask();
-    armed();
+    ASSERT_TRUE(appears(allow));
     const auto second = ask();
     ASSERT_TRUE(appears("待确认 1 / 2"));
-    const auto button = armed();
     const auto next = settled("下一条请求");
+    const auto button = armed();
     // One after the other in the server's queue: the guard delay has only begun.
     other_.clickAt(next.x, next.y);
     other_.clickAt(button.x, button.y);

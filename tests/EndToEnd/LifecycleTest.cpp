@@ -18,7 +18,7 @@ TEST_F(LifecycleTest, aKilledResidentAnswersNobodyAndTheNextStartServes)
 {
     const auto hook = ask();
     armed();
-    resident().kill(SIGKILL);
+    resident_->kill(SIGKILL);
     expectSilence(hook->finish());
     startResident();
     const auto next = ask();
@@ -40,7 +40,7 @@ TEST_F(LifecycleTest, aSignalIsRefusedWhileARequestWaitsAndTheNotchOpens)
     armed();
     click("暂时收起，不改变审批决定");
     ASSERT_TRUE(disappears(allow));
-    resident().kill(SIGTERM);
+    resident_->kill(SIGTERM);
     click(deny);
     expectAnswer(*hook, "deny");
 }
@@ -49,10 +49,10 @@ TEST_F(LifecycleTest, aSecondSignalSoonAfterEndsAndAnswersNobody)
 {
     const auto hook = ask();
     armed();
-    resident().kill(SIGTERM);
-    ASSERT_TRUE(resident().fallsAsleep()); // It has taken the first.
-    resident().kill(SIGTERM);
-    EXPECT_EQ(resident().finish().status, 0);
+    resident_->kill(SIGTERM);
+    ASSERT_TRUE(resident_->fallsAsleep()); // It has taken the first.
+    resident_->kill(SIGTERM);
+    EXPECT_EQ(resident_->finish().status, 0);
     expectSilence(hook->finish());
 }
 
@@ -68,7 +68,7 @@ TEST_F(LifecycleTest, quittingAsksFirstAndGivesTheRequestsBack)
     ASSERT_TRUE(appears(allow));
     click("退出 QuillMoss Notch");
     click("交回 QuillMoss 并退出");
-    EXPECT_EQ(resident().finish().status, 0);
+    EXPECT_EQ(resident_->finish().status, 0);
     expectSilence(hook->finish());
 }
 
@@ -83,8 +83,9 @@ TEST_F(LifecycleTest, aStartWritesTheSwitchesItWasAskedForAndNoOther)
 
 TEST_F(LifecycleTest, aSignalEndsAnIdleResidentAndWithoutADisplayAStartSaysSoInOneLine)
 {
-    resident().kill(SIGINT);
-    EXPECT_EQ(resident().finish().status, 0);
+    resident_->kill(SIGINT);
+    EXPECT_EQ(resident_->finish().status, 0);
+    const std::string display = std::getenv("DISPLAY");
     for (const char* const wrong : {"", ":999", "nonsense"}) {
         ::setenv("DISPLAY", wrong, 1);
         const auto ending = runProgram(PROGRAM_PATH);
@@ -93,6 +94,7 @@ TEST_F(LifecycleTest, aSignalEndsAnIdleResidentAndWithoutADisplayAStartSaysSoInO
                                  "names none that can be opened.\n")
             << wrong;
     }
+    ::setenv("DISPLAY", display.c_str(), 1);
 }
 
 } // namespace

@@ -15,8 +15,6 @@ namespace fs = std::filesystem;
 // The notch among a person's other windows.
 class PersonalDesktopTest : public NotchOnDesktop {
 protected:
-    static constexpr const char* openNotch = "展开 QuillMoss 刘海";
-
     void SetUp() override
     {
         NotchOnDesktop::SetUp();
@@ -39,7 +37,7 @@ TEST_F(PersonalDesktopTest, clicksBesideTheSurfaceReachTheWindowBelowAndCloseAnI
     other_.clickAt(button.x - 230, button.y);
     EXPECT_TRUE(waitUntil([&] { return other_.takePresses() == 1; }));
     other_.clickAt(button.x, button.y);
-    ASSERT_TRUE(appears("收起 QuillMoss 刘海"));
+    ASSERT_TRUE(appears(closeNotch));
     EXPECT_EQ(other_.takePresses(), 0);
     other_.clickAt(20, 700);
     EXPECT_TRUE(appears(openNotch));

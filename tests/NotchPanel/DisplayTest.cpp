@@ -7,7 +7,7 @@
 
 #include "PanelOnDesktop.h"
 
-#include <span>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -44,13 +44,13 @@ const auto on = setting(0, animations, "\1\0\0\0"s);
 TEST(XSettings, findsAnIntegerAmongOthers)
 {
     const auto colour = setting(2, "A", "\0\0\0\0\0\0\0\0"s);
-    const auto other = setting(0, "B", "\7\0\0\0"s);
     const struct {
         const char* name;
         std::string bytes;
         std::optional<std::int32_t> found;
     } rows[] = {
-        {"after one of each type", property(4, theme + colour + other + on), 1},
+        {"after one of each type", property(4, theme + colour + setting(0, "B", "\7\0\0\0"s) + on),
+            1},
         {"negative", property(1, setting(0, animations, "\xFB\xFF\xFF\xFF")), -5},
         {"a longer name", property(1, setting(0, animations + "2", "\0\0\0\0"s)), {}},
         {"no integer", property(1, setting(1, animations, "\1\0\0\0001\0\0\0"s)), {}},
@@ -74,20 +74,7 @@ TEST(XSettings, damagedBytesSayNothing)
     }
 }
 
-class DisplayTest : public PanelOnDesktop {
-protected:
-    // A second and lower screen to the right of the first is the primary one.
-    static void addLowerScreen()
-    {
-        const auto option = QStringLiteral("--setmonitor");
-        ASSERT_TRUE(xrandr({option, QStringLiteral("left"), QStringLiteral("800/200x600/150+0+0"),
-            QStringLiteral("screen")}));
-        ASSERT_TRUE(xrandr({option, QStringLiteral("*right"),
-            QStringLiteral("480/120x760/190+800+40"), QStringLiteral("none")}));
-    }
-};
-
-TEST_F(DisplayTest, reducedMotionFollowsTheSettingsDaemon)
+TEST_F(PanelOnDesktop, reducedMotionFollowsTheSettingsDaemon)
 {
     launch();
     EXPECT_FALSE(reduceMotion());
@@ -99,13 +86,17 @@ TEST_F(DisplayTest, reducedMotionFollowsTheSettingsDaemon)
     EXPECT_FALSE(reduceMotion());
 }
 
-class OnTheSecondScreen : public DisplayTest, public testing::WithParamInterface<const char*> { };
+class OnTheSecondScreen : public PanelOnDesktop, public testing::WithParamInterface<int> { };
 
-TEST_P(OnTheSecondScreen, panelHangsFromItsTopEdge)
+TEST_P(OnTheSecondScreen, panelHangsFromItsTopEdgeUntilItGoes)
 {
-    addLowerScreen();
+    // Lower and to the right of the first, it is the primary one.
+    ASSERT_EQ(std::system("xrandr --setmonitor left 800/200x600/150+0+0 screen &&"
+                          "xrandr --setmonitor '*right' 480/120x760/190+800+40 none"),
+        0);
     launch(GetParam());
-    const Screens screens([] {});
+    int changes = 0;
+    const Screens screens([&] { ++changes; });
     ASSERT_EQ(screens.records().size(), 2U);
     const auto screen = screens.records().front();
     const double width = panelMetrics(screen).panelWidth;
@@ -116,21 +107,14 @@ TEST_P(OnTheSecondScreen, panelHangsFromItsTopEdge)
     other.clickAt(middle, 41);
     EXPECT_TRUE(isPressed());
     EXPECT_TRUE(hitsSurface(panel->pointerPosition().value(), panel->frame(), width));
-}
 
-INSTANTIATE_TEST_SUITE_P(Scales, OnTheSecondScreen, testing::Values("1", "2"));
-
-TEST_F(DisplayTest, screensThatComeAndGoAreTold)
-{
-    addLowerScreen();
-    launch();
-    int changes = 0;
-    const Screens screens([&] { ++changes; });
-    ASSERT_TRUE(xrandr({QStringLiteral("--delmonitor"), QStringLiteral("right")}));
+    ASSERT_EQ(std::system("xrandr --delmonitor right"), 0);
     EXPECT_TRUE(eventually([&] { return changes > 0; }));
-    const std::vector<ScreenRecord> left{{.frame = {0, 0, 800, 600}}};
-    EXPECT_EQ(screens.records(), left);
+    const Rect left{0, 0, 800.0 / GetParam(), 600.0 / GetParam()};
+    EXPECT_EQ(screens.records(), std::vector{ScreenRecord{.frame = left}});
 }
+
+INSTANTIATE_TEST_SUITE_P(Scales, OnTheSecondScreen, testing::Values(1, 2));
 
 } // namespace
 } // namespace notch

@@ -5,6 +5,7 @@
 
 #include "PanelOnDesktop.h"
 
+#include <QProcess>
 #include <QToolTip>
 
 namespace notch {
@@ -30,6 +31,7 @@ protected:
         }
         return count;
     }
+    bool isBlackInside() { return other.colourAt(440, 290) == black; }
 };
 
 TEST_F(NotchPanelTest, clicksBesideTheSurfaceReachTheWindowBelow)
@@ -112,7 +114,7 @@ TEST_F(NotchPanelTest, toolTipsShowWithoutTheKeyboard)
 
 TEST_F(NotchPanelTest, regionsAndPointerAreExactAtTwiceTheScale)
 {
-    launch("2");
+    launch(2);
     show({80, 0, 480, 200.5}, 300);
     const auto expected = pixelsInside(NotchShape(300, 200.5), 90, 2);
     EXPECT_EQ(region(Region::input), expected);
@@ -121,38 +123,27 @@ TEST_F(NotchPanelTest, regionsAndPointerAreExactAtTwiceTheScale)
     EXPECT_EQ(panel->pointerPosition(), (Point{200.75, 16.75})) << "the middle of its pixel";
 }
 
-TEST_F(NotchPanelTest, isCutHardOnlyWhileNobodyBlends)
-{
-    launch();
-    show();
-    const auto outline = pixelsInside(NotchShape(480, 300), 0, 1);
-    EXPECT_EQ(region(Region::visible), outline);
-    std::optional<OtherProgram> compositor(std::in_place);
-    compositor->claim("_NET_WM_CM_S0");
-    const std::vector<PixelRect> whole{{0, 0, 480, 300}};
-    EXPECT_TRUE(eventually([&] { return region(Region::visible) == whole; }));
-    EXPECT_EQ(region(Region::input), outline);
-    compositor.reset();
-    EXPECT_TRUE(eventually([&] { return region(Region::visible) == outline; }));
-}
-
-TEST_F(NotchPanelTest, edgesAreSmoothWhereSomebodyBlends)
+TEST_F(NotchPanelTest, isCutHardWhileNobodyBlendsAndSmoothOtherwise)
 {
     launch();
     other.openFullScreenWindow();
     show();
-    const auto isBlackInside = [&] { return other.colourAt(440, 290) == black; };
-    ASSERT_TRUE(eventually(isBlackInside));
-    EXPECT_EQ(smoothPixels(), 0);
+    const auto outline = pixelsInside(NotchShape(480, 300), 0, 1);
+    const auto isHard = [&] {
+        return region(Region::visible) == outline && smoothPixels() == 0 && isBlackInside();
+    };
+    EXPECT_TRUE(eventually(isHard));
     QProcess compositor;
     compositor.start(QStringLiteral("picom"),
         {QStringLiteral("--config=/dev/null"), QStringLiteral("--backend=xrender")});
     if (!compositor.waitForStarted())
         GTEST_SKIP() << "picom is not installed";
     EXPECT_TRUE(eventually([&] { return smoothPixels() > 0 && isBlackInside(); }));
+    EXPECT_EQ(region(Region::visible), (std::vector<PixelRect>{{0, 0, 480, 300}}));
+    EXPECT_EQ(region(Region::input), outline);
     EXPECT_EQ(other.colourAt(400, 290), white);
     compositor.kill();
-    EXPECT_TRUE(eventually([&] { return smoothPixels() == 0 && isBlackInside(); }));
+    EXPECT_TRUE(eventually(isHard));
 }
 
 } // namespace

@@ -45,7 +45,6 @@ TEST(PanelGeometry, measuresFollowTheScreen)
     } rows[] = {
         {"an inset below the minimum", screen(1920, 7), {8, 480, 236}},
         {"an inset above it", screen(1920, 9), {9, 480, 236}},
-        {"a narrow screen", screen(400), {8, 368, 236}},
         {"a screen narrower than the collapsed notch", screen(250), {8, 218, 218}},
         {"a notch of 250", notched(250), {38, 480, 286}},
         {"a notch of 460 stays within the panel", notched(460), {38, 480, 480}},
@@ -54,12 +53,6 @@ TEST(PanelGeometry, measuresFollowTheScreen)
     };
     for (const auto& row : rows)
         EXPECT_EQ(panelMetrics(row.screen), row.metrics) << row.name;
-}
-
-TEST(PanelGeometry, frameHangsFromTheMiddleOfTheTopEdge)
-{
-    const ScreenRecord second{.frame = {1280, 240, 1025, 768}};
-    EXPECT_EQ(panelFrame(second, 480, 310), (Rect{1552.5, 240, 480, 310}));
 }
 
 TEST(PanelGeometry, hitRegionIsTheSurfaceInTheMiddleOfTheFrame)

@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QProcess>
 #include <QtCore/qtestsupport_core.h>
 
 #include <gtest/gtest.h>
@@ -33,14 +32,9 @@ class PanelOnDesktop : public testing::Test {
 protected:
     static constexpr Rect open{400, 0, 480, 300};
 
-    static bool xrandr(const QStringList& arguments)
+    void launch(int scale = 1)
     {
-        return QProcess::execute(QStringLiteral("xrandr"), arguments) == 0;
-    }
-    // On the screen without a frame yet.
-    void launch(const char* scale = "1")
-    {
-        qputenv("QT_SCALE_FACTOR", scale);
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
         qputenv("QT_QPA_PLATFORM", "xcb");
         application.emplace(argc, argv);
         panel.emplace();

@@ -5,9 +5,7 @@
 
 #include "support/WaitUntil.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <systemd/sd-bus.h>
 #include <utility>
 #include <vector>
@@ -23,10 +21,7 @@ struct Node {
     std::string path;
 };
 
-struct Unref {
-    void operator()(sd_bus_message* message) const { sd_bus_message_unref(message); }
-};
-using Reply = std::unique_ptr<sd_bus_message, Unref>;
+using Reply = std::shared_ptr<sd_bus_message>;
 
 // Null, of which nothing can be read, when there is no answer.
 template <class... Arguments>
@@ -36,7 +31,7 @@ Reply call(sd_bus* bus, const Node& node, const char* interface, const char* met
     sd_bus_message* reply = nullptr;
     sd_bus_call_method(bus, node.program.c_str(), node.path.c_str(), interface, method, nullptr,
         &reply, types, arguments...);
-    return Reply(reply);
+    return {reply, sd_bus_message_unref};
 }
 
 sd_bus* open()
@@ -72,12 +67,10 @@ std::vector<Node> children(sd_bus* bus, const Node& node)
 
 bool isNamed(sd_bus* bus, const Node& node, const std::string& name)
 {
-    char* text = nullptr;
-    sd_bus_get_property_string(
-        bus, node.program.c_str(), node.path.c_str(), accessible, "Name", nullptr, &text);
-    const bool same = text && name == text;
-    std::free(text);
-    return same;
+    const char* text = nullptr;
+    const auto reply =
+        call(bus, node, "org.freedesktop.DBus.Properties", "Get", "ss", accessible, "Name");
+    return sd_bus_message_read(reply.get(), "v", "s", &text) > 0 && name == text;
 }
 
 // Nothing for what is not showing.
@@ -112,37 +105,21 @@ std::optional<AccessibleControl> find(sd_bus* bus, const Node& node, const std::
     return std::nullopt;
 }
 
-std::vector<Node> programs(sd_bus* bus, const std::string& name)
-{
-    auto all = children(bus, {"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"});
-    std::erase_if(all, [&](const Node& program) { return !isNamed(bus, program, name); });
-    return all;
-}
-
 } // namespace
-
-void AccessibleProgram::Close::operator()(sd_bus* bus) const
-{
-    sd_bus_flush_close_unref(bus);
-}
 
 AccessibleProgram::AccessibleProgram(std::string name)
     : name_(std::move(name))
-    , bus_(open())
+    , bus_(open(), sd_bus_flush_close_unref)
 {
-}
-
-bool AccessibleProgram::hasWindows() const
-{
-    return std::ranges::any_of(programs(bus_.get(), name_),
-        [&](const Node& program) { return !children(bus_.get(), program).empty(); });
 }
 
 std::optional<AccessibleControl> AccessibleProgram::showing(const std::string& control) const
 {
+    const Node desktop{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
     std::optional<AccessibleControl> found;
-    for (const auto& program : programs(bus_.get(), name_))
-        found = found ? found : find(bus_.get(), program, control);
+    for (const auto& program : children(bus_.get(), desktop))
+        if (!found && isNamed(bus_.get(), program, name_))
+            found = find(bus_.get(), program, control);
     return found;
 }
 

@@ -27,7 +27,6 @@ class AccessibleProgram {
 public:
     explicit AccessibleProgram(std::string name);
 
-    bool hasWindows() const;
     // The first showing one of that name.
     std::optional<AccessibleControl> showing(const std::string& control) const;
     // The same, asking again until `condition` holds for it; nothing after ten seconds.
@@ -36,12 +35,8 @@ public:
         const std::string& control, const Condition& condition = {}) const;
 
 private:
-    struct Close {
-        void operator()(sd_bus* bus) const;
-    };
-
     std::string name_;
-    std::unique_ptr<sd_bus, Close> bus_; // Null: there is no such bus.
+    std::shared_ptr<sd_bus> bus_; // Null: there is no such bus.
 };
 
 } // namespace notch

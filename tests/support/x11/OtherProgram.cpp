@@ -12,19 +12,15 @@ namespace notch {
 
 namespace {
 
-struct Free {
-    void operator()(void* reply) const { std::free(reply); }
-};
-
-template <class T> std::unique_ptr<T, Free> owned(T* reply)
+template <class T> std::shared_ptr<T> owned(T* reply)
 {
-    return std::unique_ptr<T, Free>(reply);
+    return {reply, std::free};
 }
 
 } // namespace
 
 OtherProgram::OtherProgram()
-    : connection_(xcb_connect(nullptr, nullptr))
+    : connection_(xcb_connect(nullptr, nullptr), xcb_disconnect)
     , owner_(create())
 {
 }
@@ -59,29 +55,27 @@ void OtherProgram::setProperty(
         static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
 }
 
-void OtherProgram::show(Window window)
+OtherProgram::Window OtherProgram::open(
+    xcb_atom_t property, xcb_atom_t type, std::string_view bytes)
 {
+    const auto window = create();
+    setProperty(window, property, type, bytes);
     xcb_map_window(x(), window);
     settle();
+    return window;
 }
 
 OtherProgram::Window OtherProgram::openWindow(const std::string& windowClass)
 {
-    const auto window = create();
     const auto twice = windowClass + '\0' + windowClass + '\0'; // Instance and class.
-    setProperty(window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, twice);
-    show(window);
-    return window;
+    return open(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, twice);
 }
 
 OtherProgram::Window OtherProgram::openFullScreenWindow()
 {
-    const auto window = create();
     const auto fullScreen = atom("_NET_WM_STATE_FULLSCREEN");
-    setProperty(window, atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
+    return open(atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
         {reinterpret_cast<const char*>(&fullScreen), sizeof fullScreen});
-    show(window);
-    return window;
 }
 
 int OtherProgram::takePresses()

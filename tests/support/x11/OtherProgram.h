@@ -45,28 +45,23 @@ public:
     // One rectangle for a window that is not cut.
     std::vector<PixelRect> region(Window window, Region region);
 
-    // Becomes what the desktop has only one of, as compositors and settings daemons do, until it
-    // ends.
+    // Becomes what the desktop has only one of, as a settings daemon does, until it ends.
     void claim(const std::string& selection);
     // Publishes bytes on the window with which it claims.
     void publish(const std::string& property, const std::string& bytes);
 
 private:
-    struct Close {
-        void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
-    };
-
     xcb_connection_t* x() const { return connection_.get(); }
     const xcb_screen_t& screen() const;
     xcb_atom_t atom(const std::string& name);
     Window create();
     void setProperty(Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes);
-    void show(Window window);
+    Window open(xcb_atom_t property, xcb_atom_t type, std::string_view bytes);
     // The server does requests in order: any reply will do.
     void settle() { focus(); }
     void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
 
-    std::unique_ptr<xcb_connection_t, Close> connection_;
+    std::shared_ptr<xcb_connection_t> connection_;
     Window owner_ = 0;
 };
 
