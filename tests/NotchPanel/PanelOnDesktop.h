@@ -60,9 +60,9 @@ protected:
     {
         return eventually([&] { return other.focus() == window; });
     }
-    bool isPressed(int times = 1)
+    bool isPressed()
     {
-        return eventually([&] { return content->presses == times; });
+        return eventually([&] { return content->presses == 1; });
     }
     // The server has done everything that this program has asked for.
     void synchronise()

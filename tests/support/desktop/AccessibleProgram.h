@@ -3,12 +3,16 @@
 
 #pragma once
 
+#include "support/WaitUntil.h"
+
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-
-struct sd_bus;
+#include <systemd/sd-bus.h>
+#include <utility>
+#include <vector>
 
 namespace notch {
 
@@ -25,16 +29,123 @@ struct AccessibleControl {
 // not run, or answers nothing, has no controls.
 class AccessibleProgram {
 public:
-    explicit AccessibleProgram(std::string name);
+    explicit AccessibleProgram(std::string name)
+        : name_(std::move(name))
+        , bus_(open(), sd_bus_flush_close_unref)
+    {
+    }
 
-    // The first showing one of that name.
-    std::optional<AccessibleControl> showing(const std::string& control) const;
+    // The first showing one of that name, from the top.
+    std::optional<AccessibleControl> showing(const std::string& control) const
+    {
+        const Node desktop{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
+        std::optional<AccessibleControl> found;
+        for (const auto& program : children(desktop))
+            if (!found && isNamed(program, name_))
+                found = find(program, control);
+        return found;
+    }
     // The same, asking again until `condition` holds for it; nothing after ten seconds.
-    using Condition = std::function<bool(const AccessibleControl&)>;
-    std::optional<AccessibleControl> waitFor(
-        const std::string& control, const Condition& condition = {}) const;
+    std::optional<AccessibleControl> waitFor(const std::string& control,
+        const std::function<bool(const AccessibleControl&)>& condition = {}) const
+    {
+        std::optional<AccessibleControl> found;
+        const bool came = waitUntil([&] {
+            found = showing(control);
+            return found && (!condition || condition(*found));
+        });
+        return came ? found : std::nullopt;
+    }
 
 private:
+    struct Node {
+        std::string program; // Its name on the bus.
+        std::string path;
+    };
+    using Reply = std::shared_ptr<sd_bus_message>;
+
+    static constexpr const char* accessible = "org.a11y.atspi.Accessible";
+
+    static sd_bus* open()
+    {
+        sd_bus* session = nullptr;
+        sd_bus* bus = nullptr;
+        const char* address = nullptr;
+        sd_bus_open_user(&session);
+        const auto reply =
+            call(session, {"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Bus", "GetAddress");
+        if (sd_bus_message_read(reply.get(), "s", &address) >= 0 && sd_bus_new(&bus) >= 0) {
+            sd_bus_set_address(bus, address);
+            sd_bus_set_bus_client(bus, 1);
+            sd_bus_set_method_call_timeout(bus, 1'000'000);
+            if (sd_bus_start(bus) < 0)
+                bus = sd_bus_unref(bus);
+        }
+        sd_bus_flush_close_unref(session);
+        return bus;
+    }
+
+    // Null, of which nothing can be read, when there is no answer.
+    template <class... Arguments>
+    static Reply call(sd_bus* bus, const Node& node, const char* interface, const char* method,
+        const char* types = "", Arguments... arguments)
+    {
+        sd_bus_message* reply = nullptr;
+        sd_bus_call_method(bus, node.program.c_str(), node.path.c_str(), interface, method, nullptr,
+            &reply, types, arguments...);
+        return {reply, sd_bus_message_unref};
+    }
+
+    std::vector<Node> children(const Node& node) const
+    {
+        std::vector<Node> found;
+        const auto reply = call(bus_.get(), node, accessible, "GetChildren");
+        sd_bus_message_enter_container(reply.get(), 'a', "(so)");
+        const char* program = nullptr;
+        const char* path = nullptr;
+        while (sd_bus_message_read(reply.get(), "(so)", &program, &path) > 0)
+            found.push_back({program, path});
+        return found;
+    }
+
+    bool isNamed(const Node& node, const std::string& name) const
+    {
+        const char* text = nullptr;
+        const auto reply = call(
+            bus_.get(), node, "org.freedesktop.DBus.Properties", "Get", "ss", accessible, "Name");
+        return sd_bus_message_read(reply.get(), "v", "s", &text) > 0 && name == text;
+    }
+
+    std::optional<AccessibleControl> find(const Node& node, const std::string& name) const
+    {
+        for (const auto& child : children(node)) {
+            auto found = isNamed(child, name) ? read(child) : std::nullopt;
+            if (found || (found = find(child, name)))
+                return found;
+        }
+        return std::nullopt;
+    }
+
+    // Nothing for what is not showing.
+    std::optional<AccessibleControl> read(const Node& node) const
+    {
+        // AtspiStateType, the bits of GetState.
+        constexpr std::uint32_t enabled = 1U << 8;
+        constexpr std::uint32_t showing = 1U << 25;
+        constexpr std::uint32_t ofScreen = 0; // ATSPI_COORD_TYPE_SCREEN
+        std::uint32_t states[2] = {};
+        int area[4] = {};
+        const auto state = call(bus_.get(), node, accessible, "GetState");
+        sd_bus_message_read(state.get(), "au", 2, &states[0], &states[1]);
+        const auto extents =
+            call(bus_.get(), node, "org.a11y.atspi.Component", "GetExtents", "u", ofScreen);
+        sd_bus_message_read(extents.get(), "(iiii)", &area[0], &area[1], &area[2], &area[3]);
+        if ((states[0] & showing) == 0)
+            return std::nullopt;
+        return AccessibleControl{
+            (states[0] & enabled) != 0, area[0] + area[2] / 2, area[1] + area[3] / 2};
+    }
+
     std::string name_;
     std::shared_ptr<sd_bus> bus_; // Null: there is no such bus.
 };

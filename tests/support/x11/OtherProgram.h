@@ -5,9 +5,12 @@
 
 #include "NotchPanel/NotchShape.h"
 
+#include <xcb/shape.h>
 #include <xcb/xcb.h>
+#include <xcb/xtest.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,48 +24,130 @@ namespace notch {
 class OtherProgram {
 public:
     using Window = xcb_window_t;
-    enum class Region : std::uint8_t { visible = 0, input = 2 }; // xcb_shape_sk_t
     using Colour = std::uint32_t;
     static constexpr Colour black = 0x000000;
     static constexpr Colour white = 0xFFFFFF;
 
-    OtherProgram();
-
     // White, managed and shown; of this WM_CLASS.
-    Window openWindow(const std::string& windowClass = "other");
-    Window openFullScreenWindow();
+    Window openWindow(const std::string& windowClass = "other")
+    {
+        const auto twice = windowClass + '\0' + windowClass + '\0'; // Instance and class.
+        return open(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, twice);
+    }
+    Window openFullScreenWindow()
+    {
+        const auto fullScreen = atom("_NET_WM_STATE_FULLSCREEN");
+        return open(atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
+            {reinterpret_cast<const char*>(&fullScreen), sizeof fullScreen});
+    }
     // Button presses that its windows have had since the last call.
-    int takePresses();
-    Window focus();
+    int takePresses()
+    {
+        settle();
+        int presses = 0;
+        while (const auto event = owned(xcb_poll_for_event(x())))
+            presses += event->response_type == XCB_BUTTON_PRESS ? 1 : 0;
+        return presses;
+    }
+    Window focus()
+    {
+        return owned(xcb_get_input_focus_reply(x(), xcb_get_input_focus(x()), nullptr))->focus;
+    }
 
-    void moveTo(int x, int y) { fake(XCB_MOTION_NOTIFY, 0, x, y); }
+    void moveTo(int toX, int toY) { fake(XCB_MOTION_NOTIFY, 0, toX, toY); }
     void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
     void release(std::uint8_t button = 1) { fake(XCB_BUTTON_RELEASE, button); }
-    void clickAt(int x, int y);
-    void typeEscape();
+    void clickAt(int atX, int atY)
+    {
+        moveTo(atX, atY);
+        press();
+        release();
+    }
+    void typeEscape()
+    {
+        constexpr std::uint8_t escape = 9; // Of every evdev keyboard.
+        fake(XCB_KEY_PRESS, escape);
+        fake(XCB_KEY_RELEASE, escape);
+    }
 
-    Colour colourAt(int x, int y);
-    // One rectangle for a window that is not cut.
-    std::vector<PixelRect> region(Window window, Region region);
+    Colour colourAt(int atX, int atY)
+    {
+        const auto cookie = xcb_get_image(x(), XCB_IMAGE_FORMAT_Z_PIXMAP, screen_->root,
+            static_cast<std::int16_t>(atX), static_cast<std::int16_t>(atY), 1, 1, ~0U);
+        const auto image = owned(xcb_get_image_reply(x(), cookie, nullptr));
+        return *reinterpret_cast<const Colour*>(xcb_get_image_data(image.get())) & white;
+    }
+    // XCB_SHAPE_SK_BOUNDING: what is visible; XCB_SHAPE_SK_INPUT: where it can be clicked. One
+    // rectangle for a window that is not cut.
+    std::vector<PixelRect> region(Window window, xcb_shape_kind_t kind)
+    {
+        const auto cookie = xcb_shape_get_rectangles(x(), window, kind);
+        const auto reply = owned(xcb_shape_get_rectangles_reply(x(), cookie, nullptr));
+        std::vector<PixelRect> areas;
+        for (auto it = xcb_shape_get_rectangles_rectangles_iterator(reply.get()); it.rem > 0;
+             xcb_rectangle_next(&it))
+            areas.push_back({it.data->x, it.data->y, it.data->width, it.data->height});
+        return areas;
+    }
 
     // Becomes what the desktop has only one of, as a settings daemon does, until it ends.
-    void claim(const std::string& selection);
+    void claim(const std::string& selection)
+    {
+        xcb_set_selection_owner(x(), owner_, atom(selection), XCB_CURRENT_TIME);
+        settle();
+    }
     // Publishes bytes on the window with which it claims.
-    void publish(const std::string& property, const std::string& bytes);
+    void publish(const std::string& property, const std::string& bytes)
+    {
+        setProperty(owner_, atom(property), XCB_ATOM_STRING, bytes);
+        settle();
+    }
 
 private:
+    template <class T> static std::shared_ptr<T> owned(T* reply) { return {reply, std::free}; }
+
     xcb_connection_t* x() const { return connection_.get(); }
-    const xcb_screen_t& screen() const;
-    xcb_atom_t atom(const std::string& name);
-    Window create();
-    void setProperty(Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes);
-    Window open(xcb_atom_t property, xcb_atom_t type, std::string_view bytes);
+    xcb_atom_t atom(const std::string& name)
+    {
+        const auto cookie =
+            xcb_intern_atom(x(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+        return owned(xcb_intern_atom_reply(x(), cookie, nullptr))->atom;
+    }
+    Window create()
+    {
+        const Window window = xcb_generate_id(x());
+        const std::uint32_t values[] = {screen_->white_pixel, XCB_EVENT_MASK_BUTTON_PRESS};
+        xcb_create_window(x(), XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 300, 200, 0,
+            XCB_WINDOW_CLASS_INPUT_OUTPUT, screen_->root_visual,
+            XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+        return window;
+    }
+    void setProperty(Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes)
+    {
+        const std::uint8_t format = type == XCB_ATOM_ATOM ? 32 : 8;
+        xcb_change_property(x(), XCB_PROP_MODE_REPLACE, window, property, type, format,
+            static_cast<std::uint32_t>(bytes.size() * 8 / format), bytes.data());
+    }
+    Window open(xcb_atom_t property, xcb_atom_t type, std::string_view bytes)
+    {
+        const auto window = create();
+        setProperty(window, property, type, bytes);
+        xcb_map_window(x(), window);
+        settle();
+        return window;
+    }
     // The server does requests in order: any reply will do.
     void settle() { focus(); }
-    void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
+    void fake(std::uint8_t type, std::uint8_t detail, int toX = 0, int toY = 0)
+    {
+        xcb_test_fake_input(x(), type, detail, XCB_CURRENT_TIME, screen_->root,
+            static_cast<std::int16_t>(toX), static_cast<std::int16_t>(toY), 0);
+        settle();
+    }
 
-    std::shared_ptr<xcb_connection_t> connection_;
-    Window owner_ = 0;
+    std::shared_ptr<xcb_connection_t> connection_{xcb_connect(nullptr, nullptr), xcb_disconnect};
+    const xcb_screen_t* screen_ = xcb_setup_roots_iterator(xcb_get_setup(x())).data;
+    Window owner_ = create();
 };
 
 } // namespace notch
