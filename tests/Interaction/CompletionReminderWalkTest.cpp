@@ -1,83 +1,47 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Interaction/CompletionReminderState.h"
+#include "CompletionPlayer.h"
 
 #include <algorithm>
-#include <gtest/gtest.h>
 #include <map>
-#include <ostream>
 #include <rapidcheck/gtest.h>
 #include <set>
+#include <tuple>
 #include <utility>
 #include <vector>
 
 namespace notch {
 namespace {
 
+using Arrival = CompletionPlayer::Arrival;
 using Kind = CompletionEvent::Kind;
-using Reason = CompletionEvent::Reason;
 using State = CompletionReminderState;
 
-struct Step {
-    enum class Operation : std::uint8_t { observe, tick, claim, collapse, dismiss, clear, disable };
-    Operation operation{};
-    double passed = 0; // Before this step; negative for a clock set back.
-    Kind kind{};
-    std::string session;
-    std::optional<std::string> generation;
-    std::optional<std::string> agent;
-    std::optional<Reason> reason;
-    double age = 0;
-    std::optional<std::int32_t> pid;
-    bool background = false;
-};
-
-std::ostream& operator<<(std::ostream& out, const Step& step)
-{
-    return out << "+" << step.passed << " operation " << int(step.operation) << " "
-               << name(step.kind) << " " << step.session << "/" << step.generation.value_or("-")
-               << " agent " << step.agent.value_or("-") << " reason "
-               << (step.reason ? name(*step.reason) : "-") << " age " << step.age << " pid "
-               << step.pid.value_or(0) << (step.background ? "" : " foreground") << "\n";
-}
-
 // Few of everything, so that pairs, duplicates and replays occur often.
-rc::Gen<Step> anyStep()
+rc::Gen<std::string> anyEvent()
 {
-    using Operation = Step::Operation;
-    using rc::gen::set;
-    const auto text = [](const char* value) {
-        return rc::gen::just(std::optional<std::string>(value));
+    const auto part = [](std::initializer_list<std::pair<std::size_t, std::string>> weighted) {
+        return rc::gen::weightedElement<std::string>(weighted);
     };
-    const auto none = rc::gen::just(std::optional<std::string>());
-    return rc::gen::build<Step>(
-        set(&Step::operation,
-            rc::gen::weightedElement<Operation>({{20, Operation::observe}, {6, Operation::tick},
-                {2, Operation::claim}, {1, Operation::collapse}, {1, Operation::dismiss},
-                {1, Operation::clear}, {1, Operation::disable}})),
-        set(&Step::passed, rc::gen::weightedElement<double>({{20, 0}, {6, 0.1}, {6, 0.5}, {4, 1},
-                               {1, 5}, {1, 29.5}, {1, -0.5}})),
-        set(&Step::kind, rc::gen::element(Kind::started, Kind::ended, Kind::ended)),
-        set(&Step::session, rc::gen::element<std::string>("a", "b", "c")),
-        set(&Step::generation, rc::gen::weightedOneOf<std::optional<std::string>>(
-                                   {{8, text("1")}, {4, text("2")}, {1, none}})),
-        set(&Step::agent,
-            rc::gen::weightedOneOf<std::optional<std::string>>({{8, none}, {1, text("x")}})),
-        set(&Step::reason, rc::gen::weightedElement<std::optional<Reason>>(
-                               {{8, Reason::completed}, {1, Reason::failed}, {1, std::nullopt}})),
-        set(&Step::age,
-            rc::gen::weightedElement<double>({{20, 0}, {2, 0.5}, {1, 3}, {1, 3.5}, {1, -0.5}})),
-        set(&Step::pid, rc::gen::weightedElement<std::optional<std::int32_t>>(
-                            {{16, 7}, {1, 8}, {1, std::nullopt}})),
-        set(&Step::background, rc::gen::weightedElement<bool>({{3, true}, {1, false}})));
+    const auto parts = rc::gen::tuple(part({{1, "+"}, {2, "-"}}),
+        part({{1, "a"}, {1, "b"}, {1, "c"}}), part({{8, "/1"}, {4, "/2"}, {1, ""}}),
+        part({{8, ""}, {1, ",agent=x"}}), part({{8, ""}, {1, ",failed"}, {1, ",none"}}),
+        part({{20, ""}, {2, ",age=0.5"}, {1, ",age=3"}, {1, ",age=3.5"}, {1, ",age=-0.5"}}),
+        part({{16, ""}, {1, ",pid=8"}, {1, ",pid=0"}}), part({{3, ""}, {1, ",front"}}));
+    return rc::gen::map(parts, [](const auto& all) {
+        return std::apply([](const auto&... each) { return (each + ...); }, all);
+    });
 }
 
-struct Arrival {
-    CompletionEvent event;
-    std::int32_t pid = 0;
-    bool background = false;
-};
+rc::Gen<std::string> anyWord()
+{
+    return rc::gen::weightedOneOf<std::string>({{20, anyEvent()},
+        {16, rc::gen::weightedElement<std::string>(
+                 {{6, "~0.1"}, {6, "~0.5"}, {4, "~1"}, {1, "~5"}, {1, "~29.5"}, {1, "~-0.5"}})},
+        {12, rc::gen::weightedElement<std::string>({{6, "tick"}, {2, "claim"}, {1, "collapse"},
+                 {1, "dismiss"}, {1, "clear"}, {1, "off"}})}});
+}
 
 bool isOfSameTurn(const Arrival& a, const Arrival& b)
 {
@@ -88,126 +52,79 @@ bool isOfSameTurn(const Arrival& a, const Arrival& b)
 // Walks one state, keeping every event that arrived in time since everything was last forgotten.
 class Walk {
 public:
-    void take(const Step& step)
+    void take(const std::string& word)
     {
-        now_ = now_ + Seconds{step.passed};
-        perform(step);
-        RC_ASSERT(state_.queuedCount() <= State::mostReminders);
-        RC_ASSERT(state_.trackedSessionCount() <= State::mostSessions);
-        if (state_.current())
-            checkCurrent(*state_.current());
-        else
-            RC_ASSERT(!state_.hasBeenPresented());
+        const bool granted = player_.play(word)[0] == '>';
+        const auto& state = player_.state();
+        const bool isEvent = word[0] == '+' || word[0] == '-';
+        if (isEvent)
+            keep(player_.lastArrival());
+        if (word == "off")
+            arrivals_.clear(), tokens_.clear();
+        RC_ASSERT(state.queuedCount() <= State::mostReminders);
+        RC_ASSERT(state.trackedSessionCount() <= State::mostSessions);
+        RC_ASSERT(state.current() || !state.hasBeenPresented());
+        if (granted)
+            RC_ASSERT(claimed_.insert(state.current()->token).second);
+        if (state.current())
+            checkCurrent(*state.current(), isEvent || word == "tick" || word == "claim");
     }
 
 private:
-    void perform(const Step& step)
+    void keep(const Arrival& arrival)
     {
-        switch (step.operation) {
-        case Step::Operation::observe:
-            observe(step);
-            break;
-        case Step::Operation::tick:
-            state_.refresh(now_);
-            break;
-        case Step::Operation::claim:
-            if (const auto token = state_.claimAutoExpansion(true, now_))
-                RC_ASSERT(claimed_.insert(*token).second);
-            break;
-        case Step::Operation::collapse:
-            state_.collapse();
-            break;
-        case Step::Operation::dismiss:
-            if (state_.current())
-                state_.dismiss(state_.current()->token);
-            break;
-        case Step::Operation::clear:
-            state_.clearPresentation();
-            break;
-        case Step::Operation::disable:
-            state_.observe({}, step.pid, step.background, false, now_);
-            arrivals_.clear();
-            tokens_.clear();
-            break;
-        }
-        refreshed_ = step.operation <= Step::Operation::claim;
+        const auto age = player_.now() - arrival.event.observedAt;
+        if (arrival.pid && age >= Seconds::zero() && age <= Seconds{3})
+            arrivals_.push_back(arrival);
     }
 
-    void observe(const Step& step)
+    void checkCurrent(const CompletionReminder& reminder, bool refreshed)
     {
-        const CompletionEvent event{.id = UUID::random().text(),
-            .sessionID = step.session,
-            .generationID = step.generation,
-            .agentID = step.agent,
-            .kind = step.kind,
-            .reason = step.kind == Kind::ended ? step.reason : std::nullopt,
-            .observedAt = now_ + Seconds{-step.age}};
-        state_.observe(event, step.pid, step.background, true, now_);
-        const auto age = now_ - event.observedAt;
-        if (step.pid && age >= Seconds::zero() && age <= Seconds{3})
-            arrivals_.push_back({event, *step.pid, step.background});
-    }
-
-    void checkCurrent(const CompletionReminder& reminder)
-    {
-        const auto age = now_ - reminder.receivedAt;
-        RC_ASSERT(!refreshed_ || (age >= Seconds::zero() && age < State::lifetime));
+        const auto age = player_.now() - reminder.receivedAt;
+        RC_ASSERT(!refreshed || (age >= Seconds::zero() && age < State::lifetime));
         // Not of a reminder that is up already: the clock may have been set back since.
         RC_ASSERT(reminder.token == lastToken_ || age >= State::settlingTime);
         lastToken_ = reminder.token;
-        const auto end = std::ranges::find_if(
-            arrivals_, [&](const auto& each) { return each.event == reminder.event; });
+        const auto end = std::ranges::find(arrivals_, reminder.event, &Arrival::event);
         RC_ASSERT(end != arrivals_.end());
-        RC_ASSERT(end->event.kind == Kind::ended && end->event.reason == Reason::completed);
         RC_ASSERT(end->background && end->pid == reminder.pid);
-        RC_ASSERT(beginsAPair(end - arrivals_.begin()));
+        RC_ASSERT(end->event.kind == Kind::ended
+                  && end->event.reason == CompletionEvent::Reason::completed);
+        RC_ASSERT(isPaired(end));
 
         const auto known = tokens_.emplace(
             std::pair(reminder.event.sessionID, *reminder.event.generationID), reminder.token);
         RC_ASSERT(known.first->second == reminder.token);
     }
 
+    using At = std::vector<Arrival>::const_iterator;
+
     // A start of the same turn came before this end, and no other end has consumed it since.
-    bool beginsAPair(std::ptrdiff_t end) const
+    bool isPaired(At end) const
     {
-        const auto& ended = arrivals_[std::size_t(end)];
-        for (auto i = end - 1; i >= 0; --i) {
-            const auto& earlier = arrivals_[std::size_t(i)];
-            if (!isOfSameTurn(earlier, ended))
-                continue;
-            if (earlier.event.kind == Kind::started
-                && earlier.event.observedAt <= ended.event.observedAt && !isReplay(i)
-                && !isConsumedBetween(i, end))
+        for (auto start = arrivals_.begin(); start != end; ++start) {
+            const auto consumes = [&](const Arrival& each) {
+                return each.event.kind == Kind::ended && isOfSameTurn(each, *start)
+                    && each.event.observedAt >= start->event.observedAt;
+            };
+            if (start->event.kind == Kind::started && consumes(*end) && !isReplay(start)
+                && std::none_of(start, end, consumes))
                 return true;
         }
         return false;
     }
 
     // The session's first start of all is always accepted, so that this turn cannot start again.
-    bool isReplay(std::ptrdiff_t start) const
+    bool isReplay(At start) const
     {
-        const auto& started = arrivals_[std::size_t(start)].event;
-        const auto first = std::ranges::find_if(arrivals_, [&](const auto& each) {
-            return each.event.sessionID == started.sessionID && each.event.generationID
+        const auto first = std::ranges::find_if(arrivals_, [&](const Arrival& each) {
+            return each.event.sessionID == start->event.sessionID && each.event.generationID
                 && each.event.kind == Kind::started;
         });
-        return first - arrivals_.begin() < start
-            && first->event.generationID == started.generationID;
+        return first < start && first->event.generationID == start->event.generationID;
     }
 
-    bool isConsumedBetween(std::ptrdiff_t start, std::ptrdiff_t end) const
-    {
-        const auto& started = arrivals_[std::size_t(start)];
-        return std::any_of(
-            arrivals_.begin() + start, arrivals_.begin() + end, [&](const auto& each) {
-                return each.event.kind == Kind::ended && isOfSameTurn(each, started)
-                    && each.event.observedAt >= started.event.observedAt;
-            });
-    }
-
-    State state_;
-    Date now_{1000};
-    bool refreshed_ = false;
+    CompletionPlayer player_;
     UUID lastToken_;
     std::vector<Arrival> arrivals_;
     std::map<std::pair<std::string, std::string>, UUID> tokens_;
@@ -217,10 +134,10 @@ private:
 RC_GTEST_PROP(CompletionReminderWalk, remindsOnlyOfExactPairsAndOnlyOnce, ())
 {
     Walk walk;
-    constexpr double stepsPerSize = 5; // Walks of up to 500 steps.
-    const auto steps = rc::gen::container<std::vector<Step>>(anyStep());
-    for (const auto& step : *rc::gen::scale(stepsPerSize, steps))
-        walk.take(step);
+    constexpr double wordsPerSize = 10; // Walks of up to 1,000 words.
+    const auto words = rc::gen::container<std::vector<std::string>>(anyWord());
+    for (const auto& word : *rc::gen::scale(wordsPerSize, words))
+        walk.take(word);
 }
 
 } // namespace

@@ -8,14 +8,14 @@
 namespace notch {
 namespace {
 
-void expectTrace(const char* trace)
-{
-    EXPECT_EQ(playTrace(trace), trace);
-}
+struct Trace {
+    const char* name;
+    const char* text;
+};
 
-TEST(NotchInteraction, countsAClickOnlyAfterTheGuardAndBeforeExpiry)
-{
-    expectTrace(R"(at 0.00 can A               | no  closed ready never
+const Trace traces[] = {
+    {"counts a click only after the guard and before expiry",
+        R"(at 0.00 can A               | no  closed ready never
 at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 0.00 can A               | no  open [A] ready 0.45
 at 0.44 can A               | no  open [A] ready 0.45
@@ -23,24 +23,17 @@ at 0.45 can A               | yes  open [A] ready 0.45
 at 0.45 can B               | no  open [A] ready 0.45
 at 49.99 can A              | yes  open [A] ready 0.45
 at 50.00 can A              | no  open [A] ready 0.45
-)");
-}
-
-TEST(NotchInteraction, refusesWhatMayNotWait)
-{
-    expectTrace(R"(at 1.00 receive A until 1           | no  closed ready never
+)"},
+    {"refuses what may not wait", R"(at 1.00 receive A until 1           | no  closed ready never
 at 1.00 receive question A until 50 | no  closed ready never
 at 1.00 receive foreign A until 50  | no  closed ready never
 at 1.00 receive native A until 50   | yes  open [A] ready 1.45
 at 1.00 collapse                    | closed [A] ready 1.45
 at 2.00 receive B until 2           | no  closed [A] ready 1.45
 at 2.00 receive A until 50          | no  closed [A] ready 1.45
-)");
-}
-
-TEST(NotchInteraction, keepsTheRequestOnScreenWhenAnotherArrives)
-{
-    expectTrace(R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
+)"},
+    {"keeps the request on screen when another arrives",
+        R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 0.20 details             | open [A] ready 0.45 details
 at 0.20 receive B until 50  | yes  open [A] B ready 0.45 details
 at 1.00 collapse            | closed [A] B ready 0.45 details
@@ -51,23 +44,16 @@ at 2.40 select C            | open A B [C] ready 2.45
 at 2.40 select X            | open A B [C] ready 2.45
 at 3.00 select A            | open [A] B C ready 3.45
 at 4.00 receive D until 50  | yes  open [A] B C D ready 3.45
-)");
-}
-
-TEST(NotchInteraction, armsAnewWhenItIsOpenedAgain)
-{
-    expectTrace(R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
+)"},
+    {"arms anew when it is opened again", R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 1.00 expand              | open [A] ready 0.45
 at 1.00 collapse            | closed [A] ready 0.45
 at 2.00 expand              | open [A] ready 2.45
 at 2.44 can A               | no  open [A] ready 2.45
 at 2.45 can A               | yes  open [A] ready 2.45
-)");
-}
-
-TEST(NotchInteraction, opensByHoverOnlyAfterThePointerHasLeftOnce)
-{
-    expectTrace(R"(at 0.00 enter               | yes  closed ready never inside
+)"},
+    {"opens by hover only after the pointer has left once",
+        R"(at 0.00 enter               | yes  closed ready never inside
 at 0.00 expand              | open ready 0.45 inside
 at 0.00 enter               | no  open ready 0.45 inside
 at 0.00 collapse            | closed ready 0.45 inside blocked
@@ -81,12 +67,9 @@ at 0.00 collapse            | closed ready 0.45 inside blocked
 at 1.00 receive A until 50  | yes  open [A] ready 1.45 inside
 at 1.00 collapse            | closed [A] ready 1.45 inside blocked
 at 2.00 expand              | open [A] ready 2.45 inside
-)");
-}
-
-TEST(NotchInteraction, cannotReplayAClickThroughAReceipt)
-{
-    expectTrace(R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
+)"},
+    {"cannot replay a click through a receipt",
+        R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 0.00 receive B until 50  | yes  open [A] B ready 0.45
 at 0.00 receive native C until 50 | yes  open [A] B C ready 0.45
 at 1.00 details             | open [A] B C ready 0.45 details
@@ -101,22 +84,16 @@ at 10.46 can B              | yes  open [B] C ready 10.45
 at 11.00 finish C denied demo | open [B] ready never receipt denied demo native
 at 11.00 finish B returned  | open ready never receipt returned
 at 12.00 dismiss            | open ready 12.45
-)");
-}
-
-TEST(NotchInteraction, movesTheSelectionToTheHeadWhateverIsFinished)
-{
-    expectTrace(R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
+)"},
+    {"moves the selection to the head whatever is finished",
+        R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 0.00 receive B until 50  | yes  open [A] B ready 0.45
 at 0.00 receive C until 50  | yes  open [A] B C ready 0.45
 at 1.00 select C            | open A B [C] ready 1.45
 at 2.00 finish B denied     | open [A] C ready never receipt denied
-)");
-}
-
-TEST(NotchInteraction, tellsOnlyOfAHookOnScreenThatItIsGone)
-{
-    expectTrace(R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
+)"},
+    {"tells only of a hook on screen that it is gone",
+        R"(at 0.00 receive A until 50  | yes  open [A] ready 0.45
 at 0.00 receive B until 50  | yes  open [A] B ready 0.45
 at 0.00 receive C until 50  | yes  open [A] B C ready 0.45
 at 1.00 details             | open [A] B C ready 0.45 details
@@ -127,11 +104,18 @@ at 49.99 gone A             | open [C] ready never receipt unavailable
 at 50.00 gone C             | open ready never receipt unavailable
 at 51.00 dismiss            | open ready 51.45
 at 52.00 receive native D until 60 | yes  open [D] ready 52.45
-)");
-    expectTrace(R"(at 0.00 receive native A until 5 | yes  open [A] ready 0.45
+)"},
+    {"tells of a native request that it expired",
+        R"(at 0.00 receive native A until 5 | yes  open [A] ready 0.45
 at 5.00 gone A              | open ready never receipt expired native
 at 5.00 receive B until 50  | yes  open [B] ready 5.45 receipt expired native
-)");
+)"},
+};
+
+TEST(NotchInteraction, goesAsWritten)
+{
+    for (const auto& [name, text] : traces)
+        EXPECT_EQ(playTrace(text), text) << name;
 }
 
 } // namespace

@@ -11,82 +11,74 @@
 namespace notch {
 namespace {
 
+std::optional<std::string> scan(QuestionFlowIdentity& identity, char sighting)
+{
+    switch (sighting) {
+    case '1': // A page of the card.
+        return identity.identify("b", 7, "t1", 1, 3);
+    case '2': // Another page of it.
+        return identity.identify("b", 7, "t2", 2, 3);
+    case 't': // The same page with another title, then in another binding, process, number of pages
+        return identity.identify("b", 7, "t3", 1, 3);
+    case 'b':
+        return identity.identify("c", 7, "t1", 1, 3);
+    case 'p':
+        return identity.identify("b", 8, "t1", 1, 3);
+    case 'n':
+        return identity.identify("b", 7, "t1", 1, 4);
+    case '!': // Malformed.
+        return identity.identify("b", 0, "t1", 1, 3);
+    case '-':
+        return identity.observeAbsence(), std::nullopt;
+    case '?':
+        return identity.observeUnavailable(), std::nullopt;
+    default:
+        return identity.reset(), std::nullopt;
+    }
+}
+
 TEST(QuestionFlowIdentity, keepsOneIdForOneCard)
 {
-    struct Sighting {
-        const char* what; // "absent", "unavailable", "reset", or the binding
-        std::int32_t pid = 7;
-        const char* title = "t1";
-        int page = 1;
-        int pages = 3;
-    };
-    struct Row {
-        const char* name;
-        std::vector<Sighting> sightings;
-        const char* flows; // A, B … for each id in order of appearance, - for none
-    };
-    for (const auto& [name, sightings, flows] : {
-             Row{"same page", {{"b"}, {"b"}}, "AA"},
-             Row{"pages back and forth", {{"b"}, {"b", 7, "t2", 2}, {"b"}, {"b", 7, "t2", 2}},
-                 "AAAA"},
-             Row{"other title on a page seen", {{"b"}, {"b", 7, "t2", 2}, {"b", 7, "x"}, {"b"}},
-                 "AABC"},
-             Row{"other binding", {{"b"}, {"c"}}, "AB"},
-             Row{"other process", {{"b"}, {"b", 8}}, "AB"},
-             Row{"other number of pages", {{"b"}, {"b", 7, "t1", 1, 4}}, "AB"},
-             Row{"one absence", {{"b"}, {"absent"}, {"b"}, {"absent"}, {"b"}}, "A-A-A"},
-             Row{"two absences", {{"b"}, {"absent"}, {"absent"}, {"b"}}, "A--B"},
-             Row{"unreadable between absences",
-                 {{"b"}, {"absent"}, {"unavailable"}, {"absent"}, {"b"}}, "A---A"},
-             Row{"refused between absences", {{"b"}, {"absent"}, {"b", 0}, {"absent"}, {"b"}},
-                 "A---A"},
-             Row{"reset", {{"b"}, {"reset"}, {"b"}}, "A-B"},
-         }) {
+    // A, B … for each id in order of appearance, - for none.
+    const std::map<std::string, std::string> flowsOfScans{{"11", "AA"}, {"1212", "AAAA"},
+        {"12t1", "AABC"}, {"1b", "AB"}, {"1p", "AB"}, {"1n", "AB"}, {"1-1-1", "A-A-A"},
+        {"1--1", "A--B"}, {"1-?-1", "A---A"}, {"1-!-1", "A---A"}, {"1 1", "A-B"}};
+    for (const auto& [scans, flows] : flowsOfScans) {
         QuestionFlowIdentity identity;
         std::map<std::string, char> names;
         std::string trace;
-        for (const auto& seen : sightings) {
-            const std::string what = seen.what;
-            std::optional<std::string> id;
-            if (what == "absent")
-                identity.observeAbsence();
-            else if (what == "unavailable")
-                identity.observeUnavailable();
-            else if (what == "reset")
-                identity.reset();
-            else
-                id = identity.identify(what, seen.pid, seen.title, seen.page, seen.pages);
+        for (const char sighting : scans) {
+            const auto id = scan(identity, sighting);
             const auto next = static_cast<char>('A' + names.size());
             trace += id ? names.try_emplace(*id, next).first->second : '-';
         }
-        EXPECT_EQ(trace, flows) << name;
+        EXPECT_EQ(trace, flows) << scans;
     }
 }
 
 TEST(QuestionFlowIdentity, refusesAMalformedSighting)
 {
-    const auto accepts = [](const std::string& binding, std::int32_t pid, const std::string& title,
-                             int page, int pages) {
+    const auto accepts = [](const std::string& binding, const std::string& title,
+                             std::int32_t pid = 1, int page = 1, int pages = 1) {
         return QuestionFlowIdentity().identify(binding, pid, title, page, pages).has_value();
     };
-    EXPECT_TRUE(accepts("b", 1, "t", 100, 100));
-    EXPECT_FALSE(accepts("b", 0, "t", 1, 1));
-    EXPECT_FALSE(accepts("b", 1, "t", 1, 101));
-    EXPECT_FALSE(accepts("b", 1, "t", 0, 1));
-    EXPECT_FALSE(accepts("b", 1, "t", 2, 1));
-    EXPECT_TRUE(accepts(std::string(1024, 'b'), 1, "t", 1, 1));
-    EXPECT_FALSE(accepts(std::string(1025, 'b'), 1, "t", 1, 1));
-    EXPECT_TRUE(accepts("b", 1, std::string(8192, 't'), 1, 1));
-    EXPECT_FALSE(accepts("b", 1, std::string(8193, 't'), 1, 1));
-    EXPECT_FALSE(accepts(" ", 1, "t", 1, 1));
-    EXPECT_FALSE(accepts("b", 1, "\u3000", 1, 1));
+    EXPECT_TRUE(accepts("b", "t", 1, 100, 100));
+    EXPECT_FALSE(accepts("b", "t", 0));
+    EXPECT_FALSE(accepts("b", "t", 1, 1, 101));
+    EXPECT_FALSE(accepts("b", "t", 1, 0, 1));
+    EXPECT_FALSE(accepts("b", "t", 1, 2, 1));
+    EXPECT_TRUE(accepts(std::string(1024, 'b'), std::string(8192, 't')));
+    EXPECT_FALSE(accepts(std::string(1025, 'b'), "t"));
+    EXPECT_FALSE(accepts("b", std::string(8193, 't')));
+    EXPECT_FALSE(accepts(" ", "t"));
+    EXPECT_FALSE(accepts("b", "\u3000"));
     for (const std::string inTitlesOnly : {"\t", "\n", "\r", "\u200C", "\u200D"}) {
-        EXPECT_TRUE(accepts("b", 1, "t" + inTitlesOnly + "t", 1, 1));
-        EXPECT_FALSE(accepts("b" + inTitlesOnly + "b", 1, "t", 1, 1));
+        EXPECT_TRUE(accepts("b", "t" + inTitlesOnly + "t"));
+        EXPECT_FALSE(accepts("b" + inTitlesOnly + "b", "t"));
     }
     for (const auto& nowhere :
         {std::string(1, '\0'), std::string("\u200B"), std::string("\x7F"), std::string("\xC3")})
-        EXPECT_FALSE(accepts("b", 1, "t" + nowhere + "t", 1, 1));
+        EXPECT_FALSE(accepts("b", "t" + nowhere + "t"));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <map>
 #include <sstream>
 #include <string>
@@ -98,11 +99,7 @@ private:
 
 TEST(QuestionReminderState, followsAFlowThroughItsObservations)
 {
-    struct Row {
-        const char* name;
-        const char* script;
-        const char* trace;
-    };
+    using Row = std::array<const char*, 3>;
     for (const auto& [name, script, trace] : {
              Row{"nothing seen", "- ? claim collapse begin yes", "i i i0 i i0 i0"},
              Row{"two identical scans show it", "a1 a1 a1 a1", "Ai A1i A1i A1i"},
@@ -137,23 +134,10 @@ TEST(QuestionReminderState, followsAFlowThroughItsObservations)
 
 TEST(QuestionReminder, isValidOnlyAsAWhole)
 {
-    const QuestionReminder good{
-        .flowID = "f", .pid = 1, .title = "t", .currentPage = 2, .totalPages = 2};
-    EXPECT_TRUE(good.isValid());
-    for (auto text : {&QuestionReminder::flowID, &QuestionReminder::title}) {
-        auto bad = good;
-        bad.*text = " \u00A0\n";
-        EXPECT_FALSE(bad.isValid());
-    }
-    auto bad = good;
-    bad.pid = 0;
-    EXPECT_FALSE(bad.isValid());
-    bad = good;
-    bad.totalPages = 1;
-    EXPECT_FALSE(bad.isValid());
-    bad = good;
-    bad.currentPage = 0;
-    EXPECT_FALSE(bad.isValid());
+    EXPECT_TRUE((QuestionReminder{"f", 1, "t", 2, 2}.isValid()));
+    for (const auto& bad : {QuestionReminder{" \u00A0\n", 1, "t", 2, 2}, {"f", 0, "t", 2, 2},
+             {"f", 1, " \u00A0\n", 2, 2}, {"f", 1, "t", 2, 1}, {"f", 1, "t", 0, 2}})
+        EXPECT_FALSE(bad.isValid()) << bad.flowID << bad.pid << bad.title << bad.currentPage;
 }
 
 } // namespace
