@@ -4,31 +4,52 @@
 #include "Oracle.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
+#include <regex>
+#include <set>
 
 namespace notch::oracle {
 
-std::size_t blankAt(std::string_view rest)
+namespace {
+
+const std::vector<std::string> blanks{
+    " ", "\t", "\n", "\v", "\f", "\r", "\u0085", "\u00A0", "\u2003", "\u2028", "\u2029", "\u3000"};
+
+} // namespace
+
+std::string anyBlank()
 {
-    for (const std::string_view blank : {" ", "\t", "\n", "\v", "\f", "\r", "\u0085", "\u00A0",
-             "\u2003", "\u2028", "\u2029", "\u3000"}) {
-        if (rest.starts_with(blank))
-            return blank.size();
-    }
-    return 0;
+    std::string form;
+    for (const auto& blank : blanks)
+        form += (form.empty() ? "(?:" : "|") + blank;
+    return form + ')';
 }
 
-std::string trim(std::string_view text)
+std::string trim(std::string text)
 {
-    while (const auto size = blankAt(text))
-        text.remove_prefix(size);
-    auto end = text.size();
-    for (std::size_t at = 0; at < text.size();) {
-        const auto size = blankAt(text.substr(at));
-        at += size ? size : 1;
-        end = size ? end : at;
+    for (auto size = text.size() + 1; size > text.size();) {
+        size = text.size();
+        for (const auto& blank : blanks) {
+            if (text.starts_with(blank))
+                text.erase(0, blank.size());
+            else if (text.ends_with(blank))
+                text.resize(text.size() - blank.size());
+        }
     }
-    return std::string(text.substr(0, end));
+    return text;
+}
+
+bool unsafe(const std::string& text, std::string_view allowedControls)
+{
+    for (const auto* bad : {"\u0085", "\u00AD", "\u200B", "\u200D", "\u202E", "\uFEFF"}) {
+        if (text.find(bad) != text.npos)
+            return true;
+    }
+    return std::ranges::any_of(text, [&](unsigned char c) {
+        return std::iscntrl(c)
+            && allowedControls.find(static_cast<char>(c)) == allowedControls.npos;
+    });
 }
 
 std::vector<std::string> distinct(const std::vector<std::string>& texts)
@@ -56,110 +77,73 @@ bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown)
         && inner.y + inner.height <= outer.y + outer.height + grown;
 }
 
-void flatten(const NativeApprovalNode& node, Nodes& into)
+Nodes flatten(const Node& node)
 {
-    into.push_back(&node);
+    Nodes nodes{&node};
     for (const auto& child : node.children)
-        flatten(child, into);
+        std::ranges::copy(flatten(child), std::back_inserter(nodes));
+    return nodes;
 }
 
 namespace {
 
 const std::string allow = "允许本次删除", deny = "取消删除";
 const std::string risk = "高风险命令，可能影响系统稳定性";
-
-bool unsafe(std::string_view text)
-{
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte < 0x20 && c != '\t' && c != '\n' && c != '\r') || byte == 0x7F)
-            return true;
-    }
-    for (const std::string_view bad :
-        {"\u0085", "\u00AD", "\u200B", "\u200D", "\u202E", "\uFEFF"}) {
-        if (text.find(bad) != text.npos)
-            return true;
-    }
-    return false;
-}
-
-bool eat(std::string_view& rest, std::string_view part)
-{
-    if (!rest.starts_with(part))
-        return false;
-    rest.remove_prefix(part.size());
-    return true;
-}
-
-bool eatOne(std::string_view& rest, const std::vector<std::string_view>& parts)
-{
-    return std::ranges::any_of(parts, [&](std::string_view part) { return eat(rest, part); });
-}
-
-void eatBlanks(std::string_view& rest)
-{
-    while (const auto size = blankAt(rest))
-        rest.remove_prefix(size);
-}
+constexpr auto lineControls = "\t\n\r";
 
 std::string labelOf(const std::string& text)
 {
-    const auto trimmed = trim(text);
-    for (const auto& [number, label] : {std::pair{"1", allow}, std::pair{"2", deny}}) {
-        std::string_view rest = trimmed;
-        if (eat(rest, number)) {
-            for (bool more = true; more;) {
-                eatBlanks(rest);
-                more = eatOne(rest, {".", "、", "：", ":"});
-            }
-        }
-        if (rest == label && !unsafe(text))
-            return label;
-    }
-    return "";
+    static const auto marks = "(?:" + anyBlank() + "|[.:]|、|：)*";
+    static const std::regex allowForm("(1" + marks + ")?" + allow),
+        denyForm("(2" + marks + ")?" + deny);
+    const auto label = trim(text);
+    return unsafe(text, lineControls)         ? ""
+         : std::regex_match(label, allowForm) ? allow
+         : std::regex_match(label, denyForm)  ? deny
+                                              : "";
 }
 
-std::vector<std::string> staticTexts(const NativeApprovalNode& node, bool skippingButtons)
+// Of a static text.
+std::vector<std::string> shownTexts(const Node& node)
 {
-    if (skippingButtons && node.role == "AXButton")
-        return {};
-    std::vector<std::string> texts;
-    if (node.role == "AXStaticText") {
-        for (const auto& text : distinct(node.texts)) {
-            if (!trim(text).empty())
-                texts.push_back(text);
-        }
-        std::ranges::sort(texts);
-        return texts;
+    const std::set<std::string> sorted(node.texts.begin(), node.texts.end());
+    std::vector<std::string> shown;
+    std::ranges::copy_if(
+        sorted, std::back_inserter(shown), [](const auto& text) { return !trim(text).empty(); });
+    return shown;
+}
+
+Nodes staticTextNodes(const Node& node, bool skippingButtons)
+{
+    if (node.role == "AXStaticText")
+        return shownTexts(node).empty() ? Nodes{} : Nodes{&node};
+    Nodes found;
+    if (node.role != "AXButton" || !skippingButtons) {
+        for (const auto& child : node.children)
+            std::ranges::copy(staticTextNodes(child, skippingButtons), std::back_inserter(found));
     }
-    for (const auto& child : node.children)
-        std::ranges::copy(staticTexts(child, skippingButtons), std::back_inserter(texts));
+    return found;
+}
+
+std::vector<std::string> staticTexts(const Node& node, bool skippingButtons)
+{
+    std::vector<std::string> texts;
+    for (const auto* shown : staticTextNodes(node, skippingButtons))
+        std::ranges::copy(shownTexts(*shown), std::back_inserter(texts));
     return texts;
 }
 
-void staticTextNodes(const NativeApprovalNode& node, std::vector<std::string>& ids)
+std::string buttonLabel(const Node& node)
 {
-    if (node.role == "AXStaticText" && !staticTexts(node, true).empty())
-        ids.push_back(node.id);
-    if (node.role == "AXStaticText" || node.role == "AXButton")
-        return;
-    for (const auto& child : node.children)
-        staticTextNodes(child, ids);
-}
-
-std::string buttonLabel(const NativeApprovalNode& node)
-{
-    const auto own = distinct(node.texts);
-    if (own.empty()) {
-        std::string joined;
-        for (const auto& text : staticTexts(node, false))
-            joined += (joined.empty() ? "" : " ") + text;
-        return labelOf(joined);
-    }
-    const auto label = labelOf(own[0]);
-    return std::ranges::all_of(own, [&](const auto& text) { return labelOf(text) == label; })
-             ? label
-             : "";
+    std::set<std::string> labels;
+    for (const auto& text : distinct(node.texts))
+        labels.insert(labelOf(text));
+    if (!labels.empty())
+        return labels.size() == 1 ? *labels.begin() : "";
+    std::string joined;
+    for (const auto& text : staticTexts(node, false))
+        joined += (joined.empty() ? "" : " ") + text;
+    return labelOf(joined);
 }
 
 std::size_t depth(const NativeApprovalNode& node)
@@ -170,40 +154,23 @@ std::size_t depth(const NativeApprovalNode& node)
     return deepest + 1;
 }
 
-std::optional<long double> count(std::string_view& rest)
+bool isSummary(const std::string& text)
 {
-    std::string digits;
-    for (; !rest.empty() && rest[0] >= '0' && rest[0] <= '9'; rest.remove_prefix(1))
-        digits += rest[0];
-    if (digits.empty() || digits[0] == '0' || std::stold(digits) > 9223372036854775807.0L)
-        return std::nullopt;
-    return std::stold(digits);
-}
-
-bool isSummary(std::string_view rest)
-{
-    if (!eat(rest, "检测到批量删除操作") || !eatOne(rest, {"：", ":"}))
+    static const auto some = anyBlank() + '*', count = some + "([1-9][0-9]*)";
+    static const std::regex form("检测到批量删除操作(?:：|:)" + some + "累计删除数量" + count + some
+                                 + "项(?:，|,)" + some + "阈值" + count + "\n?");
+    std::smatch counts;
+    if (!std::regex_match(text, counts, form))
         return false;
-    eatBlanks(rest);
-    if (!eat(rest, "累计删除数量"))
-        return false;
-    eatBlanks(rest);
-    const auto total = count(rest);
-    eatBlanks(rest);
-    if (!total || !eat(rest, "项") || !eatOne(rest, {"，", ","}))
-        return false;
-    eatBlanks(rest);
-    if (!eat(rest, "阈值"))
-        return false;
-    eatBlanks(rest);
-    const auto threshold = count(rest);
-    return threshold && *total >= *threshold && (rest.empty() || rest == "\n");
+    const auto total = std::stold(counts[1]), threshold = std::stold(counts[2]);
+    return total >= threshold && total <= 9223372036854775807.0L;
 }
 
 bool isComplete(const std::string& text)
 {
-    return !trim(text).empty() && text.size() <= 65536 && text.find("…") == text.npos
-        && text.find("...") == text.npos && text.find("⋯") == text.npos && !unsafe(text);
+    static const std::regex shortened("…|\\.\\.\\.|⋯");
+    return !trim(text).empty() && text.size() <= 65536 && !std::regex_search(text, shortened)
+        && !unsafe(text, lineControls);
 }
 
 bool allVisible(const Nodes& nodes)
@@ -232,11 +199,9 @@ void collect(const NativeApprovalNode& node, Nodes path, std::vector<Found>& fou
         collect(child, path, found);
 }
 
-std::optional<NativeApprovalMatch> grouped(
-    const NativeApprovalNode& group, NativeApprovalMatch match)
+std::optional<NativeApprovalMatch> grouped(const Node& group, NativeApprovalMatch match)
 {
-    Nodes flat;
-    flatten(group, flat);
+    const auto flat = flatten(group);
     if (group.role != "AXGroup" || flat.size() > 90 || depth(group) > 12 || buttonCount(flat) != 2
         || !allVisible(flat))
         return std::nullopt;
@@ -246,12 +211,13 @@ std::optional<NativeApprovalMatch> grouped(
     if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1 || !isComplete(commands[0]))
         return std::nullopt;
     match.containerID = group.id;
-    staticTextNodes(group, match.contextNodeIDs);
+    for (const auto* node : staticTextNodes(group, true))
+        match.contextNodeIDs.push_back(node->id);
     match.context = {titles[0], risk, commands[0], allow, deny};
     return match;
 }
 
-const NativeApprovalNode* unwrap(const NativeApprovalNode& node)
+const Node* unwrap(const Node& node)
 {
     if (!node.visible || !node.enabled)
         return nullptr;
@@ -281,30 +247,31 @@ bool geometry(const Nodes& nodes)
 }
 
 std::optional<NativeApprovalMatch> flattened(
-    const NativeApprovalNode& group, const Nodes& a, const Nodes& d, NativeApprovalMatch match)
+    const Node& group, const Nodes& a, const Nodes& d, NativeApprovalMatch match)
 {
     const auto& all = group.children;
     if (a.size() < 2 || d.size() < 2 || group.role != "AXGroup" || a[a.size() - 2]->id != group.id
         || d[d.size() - 2]->id != group.id)
         return std::nullopt;
-    const auto i = static_cast<std::size_t>(
-        std::ranges::find(all, match.allowID, &NativeApprovalNode::id) - all.begin());
+    const auto i =
+        static_cast<std::size_t>(std::ranges::find(all, match.allowID, &Node::id) - all.begin());
     if (i < 3 || i + 1 >= all.size() || all[i + 1].id != match.denyID)
         return std::nullopt;
     const auto *title = &all[i - 3], *riskNode = unwrap(all[i - 2]), *command = unwrap(all[i - 1]);
     if (!riskNode || !command || title->role != "AXStaticText" || unwrap(*title) != title)
         return std::nullopt;
-    Nodes flat, context;
-    for (auto at = i - 3; at <= i + 1; ++at)
-        flatten(all[at], flat);
-    for (auto at = i - 3; at < i; ++at)
-        flatten(all[at], context);
+    Nodes flat;
+    for (auto at = i - 3; at <= i + 1; ++at) {
+        std::ranges::copy(flatten(all[at]), std::back_inserter(flat));
+        for (const auto* node : at < i ? flatten(all[at]) : Nodes{})
+            match.contextNodeIDs.push_back(node->id);
+    }
     if (flat.size() > 90 || buttonCount(flat) != 2 || !allVisible(flat))
         return std::nullopt;
     if (i + 2 < all.size() && all[i + 2].role == "AXButton")
         return std::nullopt;
-    const auto titles = staticTexts(*title, true), risks = staticTexts(*riskNode, true),
-               commands = staticTexts(*command, true);
+    const auto titles = shownTexts(*title), risks = shownTexts(*riskNode),
+               commands = shownTexts(*command);
     if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1 || !isSummary(titles[0])
         || risks[0] != risk || !isComplete(commands[0]) || isSummary(commands[0])
         || commands[0] == risk)
@@ -314,24 +281,22 @@ std::optional<NativeApprovalMatch> flattened(
         return std::nullopt;
     match.containerID = group.id;
     match.layout = NativeApprovalLayout::flattened;
-    for (const auto* node : context)
-        match.contextNodeIDs.push_back(node->id);
     match.context = {titles[0], risk, commands[0], allow, deny};
     return match;
 }
 
 } // namespace
 
-bool recognizesButtons(const std::vector<NativeApprovalNode>& roots)
+bool recognizesButtons(const std::vector<Node>& roots)
 {
-    Nodes all;
-    for (const auto& root : roots)
-        flatten(root, all);
-    return std::ranges::any_of(all,
-        [](const auto* node) { return node->role == "AXButton" && !buttonLabel(*node).empty(); });
+    return std::ranges::any_of(roots, [](const Node& root) {
+        return std::ranges::any_of(flatten(root), [](const auto* node) {
+            return node->role == "AXButton" && !buttonLabel(*node).empty();
+        });
+    });
 }
 
-std::optional<NativeApprovalMatch> approval(const std::vector<NativeApprovalNode>& roots)
+std::optional<NativeApprovalMatch> approval(const std::vector<Node>& roots)
 {
     std::vector<Found> found;
     for (const auto& root : roots)

@@ -5,62 +5,130 @@
 
 #include "support/TreeText.h"
 
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <sstream>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace notch {
 
-// A card changed in one place: `from` becomes `to` in its text, then `frames` edits its frames.
-struct Mutation {
-    std::string name;
-    std::string from;
-    std::string to;
-    std::string frames;
-};
+// Changes of a card, written as one of
+//
+//   FROM => TO       in its text, where FROM stands first
+//   before ID NODE, after ID NODE, in ID NODE, drop ID
+//                    a new node in front of that one, behind it, as its first child; without it
+//   EDITS            of its nodes: see editNodes()
+using Mutations = std::vector<std::string>;
 
-inline bool replaceIn(std::string& text, const Mutation& mutation)
+inline bool isOfText(const std::string& mutation)
 {
-    const auto at = text.find(mutation.from);
-    if (at == text.npos)
-        return false;
-    text.replace(at, mutation.from.size(), mutation.to);
-    return true;
+    static const std::regex form("^(before|after|in|drop) | => ");
+    return std::regex_search(mutation, form);
 }
 
-inline std::vector<NativeApprovalNode> mutated(std::string text, const Mutation& mutation)
+inline std::string changedText(const std::string& text, const std::string& mutation)
 {
-    if (!replaceIn(text, mutation))
-        throw std::invalid_argument(mutation.name);
+    if (const auto arrow = mutation.find(" => "); arrow != mutation.npos) {
+        const auto at = text.find(mutation.substr(0, arrow));
+        return at == text.npos ? text : std::string(text).replace(at, arrow, mutation, arrow + 4);
+    }
+    std::istringstream words(mutation);
+    std::string verb, id, node;
+    std::getline(words >> verb >> id >> std::ws, node, '\0');
+    const auto lines = verb == "before" ? "$1" + node + "\n$1$2"
+                     : verb == "after"  ? "$1$2$1" + node + '\n'
+                     : verb == "in"     ? "$1$2$1  " + node + '\n'
+                                        : "";
+    return std::regex_replace(text, std::regex("( *)(\\w+ #" + id + "\\b.*\n)"), lines,
+        std::regex_constants::format_first_only);
+}
+
+// A mutation whose place an earlier one has taken away is left out.
+inline std::vector<NativeApprovalNode> mutated(std::string text, const Mutations& mutations)
+{
+    std::string edits;
+    for (const auto& mutation : mutations) {
+        const auto changed = isOfText(mutation) ? changedText(text, mutation) : text;
+        if (isOfText(mutation) && changed == text && mutation == mutations.front())
+            throw std::invalid_argument(mutation);
+        text = changed;
+        edits += isOfText(mutation) ? "" : mutation + ' ';
+    }
     auto roots = parseTree(text);
-    editFrames(roots, mutation.frames);
+    editNodes(roots, edits);
     return roots;
 }
 
 // A frame rule at its bound, where the card still passes, and one step past it.
 struct FrameRow {
-    std::string name;
+    std::string rule;
     std::string atBound;
     std::string step;
 };
 
-// Runs `check` on the card with each two of the mutations, and with each alone. A mutation whose
-// place the other has taken away is left out.
+inline Mutations atBounds(const std::vector<FrameRow>& rows)
+{
+    Mutations mutations;
+    for (const auto& row : rows)
+        mutations.push_back(row.atBound);
+    return mutations;
+}
+
+inline Mutations joined(std::initializer_list<Mutations> lists)
+{
+    Mutations all;
+    for (const auto& list : lists)
+        all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
+template <class Classify>
+void expectMatches(
+    const std::string& card, const Mutations& mutations, bool wanted, Classify classify)
+{
+    for (const auto& mutation : mutations)
+        EXPECT_EQ(classify(mutated(card, {mutation})).has_value(), wanted) << mutation;
+}
+
+template <class Classify>
+void expectBounds(const std::string& card, const std::vector<FrameRow>& rows, Classify classify)
+{
+    for (const auto& [rule, atBound, step] : rows) {
+        EXPECT_TRUE(classify(mutated(card, {atBound}))) << rule;
+        EXPECT_FALSE(classify(mutated(card, {atBound, step}))) << rule;
+    }
+}
+
+// Runs `check` on the card with each two of the mutations, and with each alone.
 template <class Check>
-void forEachPair(const std::string& card, const std::vector<Mutation>& mutations, Check check)
+void forEachPair(const std::string& card, const Mutations& mutations, Check check)
 {
     for (auto first = mutations.begin(); first != mutations.end(); ++first) {
         for (auto second = first; second != mutations.end(); ++second) {
-            auto text = card;
-            const bool one = replaceIn(text, *first);
-            const bool two = second != first && replaceIn(text, *second);
-            auto roots = parseTree(text);
-            editFrames(roots, one ? first->frames : "");
-            editFrames(roots, two ? second->frames : "");
-            check(roots, first->name + " + " + second->name);
+            check(mutated(card, second == first ? Mutations{*first} : Mutations{*first, *second}),
+                *first + " and " + *second);
         }
     }
+}
+
+inline std::string times(std::size_t count, const std::string& line)
+{
+    std::string lines;
+    for (std::size_t at = 0; at < count; ++at)
+        lines += line;
+    return lines;
+}
+
+// So many nodes, each in the one before.
+inline std::string nested(std::size_t count, std::size_t indent, const std::string& node)
+{
+    std::string lines;
+    for (std::size_t level = 0; level < count; ++level)
+        lines += std::string(indent + 2 * level, ' ') + node + '\n';
+    return lines;
 }
 
 } // namespace notch

@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace notch::oracle {
@@ -16,20 +17,21 @@ namespace notch::oracle {
 // The rules a second time, slow and without a shortcut, on the call stack and without ICU, so that
 // a mistake in the one is hardly the same mistake in the other. For small trees.
 
-using Nodes = std::vector<const NativeApprovalNode*>;
+using Node = NativeApprovalNode;
+using Nodes = std::vector<const Node*>;
 
-std::optional<NativeApprovalMatch> approval(const std::vector<NativeApprovalNode>& roots);
-bool recognizesButtons(const std::vector<NativeApprovalNode>& roots);
-std::optional<NativeQuestionMatch> question(const std::vector<NativeApprovalNode>& roots);
+std::optional<NativeApprovalMatch> approval(const std::vector<Node>& roots);
+bool recognizesButtons(const std::vector<Node>& roots);
+std::optional<NativeQuestionMatch> question(const std::vector<Node>& roots);
 
 // Shared by both.
 
-// Any number of bytes at the front of `rest` that are blank; 0 if it starts with something else.
-std::size_t blankAt(std::string_view rest);
-std::string trim(std::string_view text);
-std::vector<std::string> distinct(const std::vector<std::string>& texts);
+std::string anyBlank(); // As a regular expression over bytes.
+std::string trim(std::string text);
+bool unsafe(const std::string& text, std::string_view allowedControls);
+std::vector<std::string> distinct(const std::vector<std::string>& texts); // Empty ones left out.
 bool usable(const std::optional<ScreenRect>& frame);
 bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown = 0);
-void flatten(const NativeApprovalNode& node, Nodes& into);
+Nodes flatten(const Node& node);
 
 } // namespace notch::oracle

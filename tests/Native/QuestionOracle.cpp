@@ -4,79 +4,54 @@
 #include "Oracle.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
+#include <regex>
 #include <set>
 
 namespace notch::oracle {
 namespace {
 
-using Node = NativeApprovalNode;
-
 const std::vector<std::string> labels{"上一题", "下一题", "全部跳过"};
 
-bool unsafe(const std::string& text, const std::string& allowedControls)
+bool unsafeText(const std::string& text, std::string_view allowedControls)
 {
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte < 0x20 && allowedControls.find(c) == text.npos) || byte == 0x7F)
-            return true;
-    }
-    for (const auto* bad :
-        {"\u0085", "\u00AD", "\u200B", "\u200D", "\u202E", "\uFEFF", "\u2028", "\u2029"}) {
-        if (text.find(bad) != text.npos)
-            return true;
-    }
-    return false;
+    return unsafe(text, allowedControls) || text.find("\u2028") != text.npos
+        || text.find("\u2029") != text.npos;
 }
 
 // Empty if there is none.
 std::string single(const Node& node)
 {
     const auto texts = distinct(node.texts);
-    return texts.size() == 1 && !unsafe(texts[0], "\n\r") ? texts[0] : "";
+    return texts.size() == 1 && !unsafeText(texts[0], "\n\r") ? texts[0] : "";
 }
 
 // 0 if it is none.
 int page(const std::string& text, int maximum)
 {
-    if (text.empty() || text.size() > 3 || text[0] == '0'
-        || text.find_first_not_of("0123456789") != text.npos)
-        return 0;
-    return std::stoi(text) <= maximum ? std::stoi(text) : 0;
+    static const std::regex form("[1-9][0-9]{0,2}");
+    return std::regex_match(text, form) && std::stoi(text) <= maximum ? std::stoi(text) : 0;
 }
 
-std::vector<std::string> split(std::string_view text)
+std::vector<std::string> split(const std::string& text)
 {
-    std::vector<std::string> parts(1);
-    while (!text.empty()) {
-        const auto blank = blankAt(text);
-        if (blank && !parts.back().empty())
-            parts.emplace_back();
-        else if (!blank)
-            parts.back() += text[0];
-        text.remove_prefix(blank ? blank : 1);
-    }
-    if (parts.back().empty())
-        parts.pop_back();
-    return parts;
+    static const std::regex blanks(anyBlank() + '+');
+    const auto words = trim(text);
+    return {std::sregex_token_iterator(words.begin(), words.end(), blanks, -1), {}};
 }
 
-bool acceptable(const std::string& text, std::size_t limit, const std::string& allowedControls)
+bool acceptable(const std::string& text, std::size_t limit, std::string_view allowedControls)
 {
-    auto lower = trim(text);
-    std::ranges::transform(lower, lower.begin(),
-        [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    const std::set<std::string> rejected{"上一题", "下一题", "全部跳过", "/", "发送", "send",
-        "其他补充…", "其他补充...", "其他（输入你的答案）", "标题", "问题标题", "占位标题",
-        "placeholder", "question title", "title", "loading", "加载中"};
-    for (const auto* part : {"…", "...", "⋯", "{{", "}}", "${", "<placeholder>"}) {
-        if (text.find(part) != text.npos)
-            return false;
-    }
-    return text.size() <= limit && !unsafe(text, allowedControls) && !lower.empty()
-        && std::ranges::count(text, '\n') < 16 && !rejected.contains(lower)
-        && lower.find_first_not_of("0123456789\u0661\u0662") != lower.npos; // Arabic 1, 2
+    static const std::regex rejected(
+        "上一题|下一题|全部跳过|/|发送|send|其他补充…|其他补充\\.\\.\\.|其他（输入你的答案）|标题|"
+        "问题标题|占位标题|placeholder|question title|title|loading|加载中",
+        std::regex::icase);
+    static const std::regex part("…|\\.\\.\\.|⋯|\\{\\{|\\}\\}|\\$\\{|<placeholder>");
+    static const std::regex digits("([0-9]|\u0661|\u0662)*"); // Arabic 1, 2; or nothing at all.
+    const auto shown = trim(text);
+    return text.size() <= limit && !unsafeText(text, allowedControls)
+        && std::ranges::count(text, '\n') < 16 && !std::regex_match(shown, rejected)
+        && !std::regex_search(text, part) && !std::regex_match(shown, digits);
 }
 
 bool leaf(const Node& node, const char* role)
@@ -237,15 +212,13 @@ void scan(const Node& node, const Node& window, std::vector<NativeQuestionMatch>
 
 } // namespace
 
-std::optional<NativeQuestionMatch> question(const std::vector<NativeApprovalNode>& roots)
+std::optional<NativeQuestionMatch> question(const std::vector<Node>& roots)
 {
     std::set<std::string> ids;
     std::vector<NativeQuestionMatch> matches;
     std::vector<int> counts(labels.size());
     for (const auto& root : roots) {
-        Nodes all;
-        flatten(root, all);
-        for (const auto* node : all) {
+        for (const auto* node : flatten(root)) {
             if (node->id.empty() || !ids.insert(node->id).second)
                 return std::nullopt;
             for (std::size_t at = 0; at < labels.size(); ++at)

@@ -62,7 +62,7 @@ void eachBelow(NativeApprovalNode& node, const std::function<void(NativeApproval
         eachBelow(child, visit);
 }
 
-void edit(NativeApprovalNode& edited, char field, double value)
+void editFrame(NativeApprovalNode& edited, char field, double value)
 {
     auto& own = *edited.frame;
     eachBelow(edited, [&](NativeApprovalNode& node) {
@@ -76,6 +76,22 @@ void edit(NativeApprovalNode& edited, char field, double value)
     });
     own.width += field == 'w' ? value : 0;
     own.height += field == 'h' ? value : 0;
+}
+
+void edit(NativeApprovalNode& node, const std::string& change)
+{
+    if (change == "-visible")
+        node.visible = false;
+    else if (change == "-enabled")
+        node.enabled = false;
+    else if (change == "-frame")
+        node.frame.reset();
+    else if (change[0] == '=')
+        node.role = "AX" + change.substr(1);
+    else if (node.frame && change[0] == '*')
+        editFrame(node, '*', std::stod(change.substr(1)));
+    else if (node.frame)
+        editFrame(node, change.at(1), std::stod(change.substr(2)));
 }
 
 } // namespace
@@ -99,17 +115,15 @@ std::vector<NativeApprovalNode> parseTree(std::string_view text)
     return roots;
 }
 
-void editFrames(std::vector<NativeApprovalNode>& roots, const std::string& edits)
+void editNodes(std::vector<NativeApprovalNode>& roots, const std::string& edits)
 {
     std::istringstream list(edits);
     for (std::string word; list >> word;) {
-        const auto end = word.find_first_of(".*");
-        const auto field = word.at(end) == '*' ? '*' : word.at(end + 1);
-        const auto value = std::stod(word.substr(end + (field == '*' ? 1 : 2)));
+        const auto end = word.find_first_of(".*-=");
         for (auto& root : roots) {
             eachBelow(root, [&](NativeApprovalNode& node) {
-                if (node.id == word.substr(0, end) && node.frame)
-                    edit(node, field, value);
+                if (node.id == word.substr(0, end))
+                    edit(node, word.substr(end));
             });
         }
     }

@@ -22,10 +22,10 @@ namespace notch {
 // x,y,width,height (else none) and the texts, in which \n is a line break.
 std::vector<NativeApprovalNode> parseTree(std::string_view text);
 
-// Changes frames by a list such as "deny.x+2 allow.h-3 card*0.5". A node that moves in x or y takes
-// its descendants along; one that grows in h keeps them on its middle line; * multiplies every
-// number of the node and of its descendants. A node that is not there, or has no frame, is passed
-// over.
-void editFrames(std::vector<NativeApprovalNode>& roots, const std::string& edits);
+// Changes nodes by a list such as "deny.x+2 allow.h-3 card*0.5 risk-visible title=Heading". A node
+// that moves in x or y takes its descendants along; one that grows in h keeps them on its middle
+// line; * multiplies every number of the node and of its descendants. Then -visible, -enabled,
+// -frame, and another role. A node that is not there, or has no frame to change, is passed over.
+void editNodes(std::vector<NativeApprovalNode>& roots, const std::string& edits);
 
 } // namespace notch
