@@ -10,18 +10,9 @@
 #include <csignal>
 #include <cstdio>
 
-namespace {
-
-void show(const std::string& line)
-{
-    std::puts(line.c_str());
-    std::fflush(stdout);
-}
-
-} // namespace
-
 int main(int argc, char** argv)
 {
+    ::setlinebuf(stdout);
     sigset_t ends{};
     ::sigemptyset(&ends);
     ::sigaddset(&ends, SIGINT);
@@ -30,13 +21,13 @@ int main(int argc, char** argv)
 
     notch::CompletionServer server(
         argc > 1 ? notch::BridgeDirectory(argv[1]) : notch::BridgeDirectory::ofUser());
-    const auto error =
-        server.start([](const notch::CompletionEvent& event) { show(notch::printed(event)); });
+    const auto error = server.start(
+        [](const notch::CompletionEvent& event) { std::puts(notch::printed(event).c_str()); });
     if (error) {
         std::fprintf(stderr, "%s\n", error->describe().c_str());
         return 1;
     }
-    show("Waiting for turn starts and ends. Ctrl-C stops.");
+    std::puts("Waiting for turn starts and ends. Ctrl-C stops.");
     int signal = 0;
     ::sigwait(&ends, &signal);
     return 0;
