@@ -71,6 +71,9 @@ TEST(ApprovalAdmission, refusesALapsedRequestAndCutsAnExpiryThatIsTooFarAhead)
         EXPECT_EQ(admittedExpiry(ahead), now + Seconds{ahead}) << ahead;
     for (const double ahead : {50.1, 1e300})
         EXPECT_EQ(admittedExpiry(ahead), now + Seconds{50}) << ahead;
+    auto endless = goodRequest().serialize();
+    endless.insert(endless.find(',', endless.find("expiresAt")), "e999");
+    EXPECT_FALSE(admittedRequest(endless, now)) << endless;
 }
 
 TEST(ApprovalAdmission, demandsEveryFieldInItsType)

@@ -139,6 +139,7 @@ TEST_F(ListeningSocketTest, acceptsUntilTheFlagIsRaised)
     ASSERT_TRUE(client && accepted);
     EXPECT_TRUE(::fcntl(accepted->get(), F_GETFL) & O_NONBLOCK);
     EXPECT_TRUE(::fcntl(accepted->get(), F_GETFD) & FD_CLOEXEC);
+    const auto late = place.connect();
     stop->raise();
     EXPECT_FALSE(listening.value().accept(*stop, ample));
 }
