@@ -10,7 +10,6 @@
 #include "support/Trace.h"
 
 #include <csignal>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace notch {
@@ -19,7 +18,6 @@ namespace {
 using namespace std::string_literals;
 
 using Ending = ChildProcess::Ending;
-
 using Arguments = std::vector<std::string>;
 
 constexpr std::size_t mebibyte = 1 << 20;
@@ -48,18 +46,17 @@ protected:
             GTEST_SKIP() << PrivateBridge::reason;
         ASSERT_FALSE(server.start({.onRequest = [this](const ApprovalRequest& request) {
             trace.add(request.source + " asks");
-            decide(request.id);
+            server.decide(request.id, decision);
         }}));
     }
 
     Trace trace;
-    std::function<void(const std::string& id)> decide = [](const auto&) {};
+    Decision decision = Decision::passthrough;
     ApprovalServer server;
 };
 
 TEST_F(HookProcess, takesTheSourceFromBehindItsFlag)
 {
-    decide = [this](const auto& id) { server.decide(id, Decision::passthrough); };
     for (const auto& [arguments, source] : std::vector<std::pair<Arguments, std::string>>{
              {{"--hook"}, "quillmoss"},
              {{"--hook", "--source"}, "quillmoss"},
@@ -76,7 +73,7 @@ TEST_F(HookProcess, takesTheSourceFromBehindItsFlag)
 
 TEST_F(HookProcess, endsWithStatusZeroWhenNobodyReadsItsLine)
 {
-    decide = [this](const auto& id) { server.decide(id, Decision::allow); };
+    decision = Decision::allow;
     ChildProcess hook(PROGRAM_PATH, {"--hook"});
     hook.closeOutput();
     hook.write(inputOf("0"));
@@ -97,7 +94,7 @@ TEST_F(HookProcess, waitsAsleepForAnInputThatIsNotClosed)
 // The pretty text and the quoting around it need their part of the same limit on the socket.
 TEST_F(HookProcess, asksForTheLargestInputAndNothingBeyond)
 {
-    decide = [this](const auto& id) { server.decide(id, Decision::allow); };
+    decision = Decision::allow;
     auto largest = inputOf('"' + std::string(mebibyte - 700, 'x') + '"');
     largest.resize(mebibyte, ' ');
     EXPECT_EQ(runProgram(PROGRAM_PATH, {"--hook"}, largest + ' '), (Ending{0, "", ""}));
@@ -115,7 +112,6 @@ TEST_F(HookProcess, endsInSilenceForHostileInput)
         std::string part; // Repeated until a mebibyte is nearly full.
         std::string after;
     };
-    decide = [this](const auto& id) { server.decide(id, Decision::passthrough); };
     for (const auto& row : {Row{"", "[", ""}, Row{"", "{\"\":", ""}, Row{"", "\0"s, ""},
              Row{"[0", ",0", "]"}, Row{"[0", ",\"\"", "]"}, Row{"[0", ",[]", "]"},
              Row{"[0", ",{}", "]"}, Row{"[0", ",{\"\":0}", "]"},

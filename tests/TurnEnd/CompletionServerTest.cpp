@@ -9,7 +9,6 @@
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 
-#include <atomic>
 #include <gtest/gtest.h>
 #include <linux/sockios.h>
 #include <sys/ioctl.h>
@@ -169,9 +168,8 @@ TEST_F(CompletionServerTest, startsAgainAfterAStop)
 
 TEST_F(CompletionServerTest, startsAndStopsUnderLoad)
 {
-    std::atomic<bool> done = false;
-    std::thread hooks([&] {
-        while (!done)
+    const std::jthread hooks([&](const std::stop_token& done) {
+        while (!done.stop_requested())
             client.send(startOf("load"));
     });
     for (int i = 0; i < 50; ++i) {
@@ -179,8 +177,6 @@ TEST_F(CompletionServerTest, startsAndStopsUnderLoad)
         ASSERT_FALSE(server.start(printingTo(trace)));
     }
     EXPECT_EQ(trace.next(), "started session=load");
-    done = true;
-    hooks.join();
 }
 
 } // namespace
