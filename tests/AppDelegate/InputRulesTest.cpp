@@ -3,84 +3,66 @@
 
 #include "AppDelegate/InputRules.h"
 
+#include "AppModel/StartedModel.h"
 #include "NotchPanel/FakeSurface.h"
-#include "support/FakeOutside.h"
-
-#include <gtest/gtest.h>
 
 namespace notch {
 namespace {
 
-using Event = InputRules::Event;
-using Handling = InputRules::Handling;
-
-class InputRulesTest : public testing::Test {
+// "own" and "foreign" are events in a window of ours and of somebody else; "own" answers whether
+// the views are kept from it.
+class InputRulesTest : public AppModelTest {
 protected:
-    InputRulesTest() { model_.start(); }
+    InputRulesTest()
+    {
+        operations_.insert({
+            {"own",
+                [this](Words& words) {
+                    answer(rules_.inApplication(event(words)) == InputRules::Handling::swallow);
+                }},
+            {"foreign", [this](Words& words) { rules_.systemWide(event(words)); }},
+            {"focus", [this](Words&) { panel_.key = true; }},
+            {"moveIn", [this](Words&) { pointerOnSurface_ = true; }},
+            {"moveOut", [this](Words&) { pointerOnSurface_ = false; }},
+        });
+    }
 
-    bool notchIsOpen() const { return model_.state().interaction.expanded(); }
+private:
+    static InputRules::Event event(Words& words)
+    {
+        using enum InputRules::Event;
+        static const std::map<std::string, InputRules::Event> named{
+            {"motion", other},
+            {"pressInPanel", pressInPanel},
+            {"press", pressElsewhere},
+            {"esc", escapeKey},
+        };
+        return named.at(next(words));
+    }
 
-    FakeOutside outside_;
-    AppModel model_{outside_.seams()};
     FakeSurface panel_;
-    bool pointerOnSurface_ = false;
-    InputRules rules_{model_, panel_, [this] { model_.setPointerInside(pointerOnSurface_); }};
+    bool pointerOnSurface_ = false; // Nothing says so before it is looked for.
+    InputRules rules_{model, panel_, [this] { model.setPointerInside(pointerOnSurface_); }};
 };
 
-TEST_F(InputRulesTest, escClosesOnlyFromThePanelAndIsKeptFromTheViews)
+TEST_F(InputRulesTest, escClosesOnlyFromThePanelAndDecidesNothing)
 {
-    model_.expand();
-    EXPECT_EQ(rules_.inApplication(Event::escapeKey), Handling::passOn);
-    EXPECT_TRUE(notchIsOpen());
-    panel_.key = true;
-    EXPECT_EQ(rules_.inApplication(Event::escapeKey), Handling::swallow);
-    EXPECT_FALSE(notchIsOpen());
-    EXPECT_FALSE(panel_.key);
-}
-
-TEST_F(InputRulesTest, escDecidesNothing)
-{
-    outside_.request("A");
-    outside_.time.advance(Seconds{1});
-    panel_.key = true;
-    rules_.inApplication(Event::escapeKey);
-    EXPECT_EQ(model_.state().interaction.requests().size(), 1U);
-    EXPECT_FALSE(model_.state().actionReady);
+    expectTrace(R"(ask A, wait 1, own esc | no  open [A] armed
+focus, own motion      | no  open [A] armed
+own esc                | yes  closed [A]
+open, own esc          | no  open [A]
+)");
 }
 
 TEST_F(InputRulesTest, aPressElsewhereClosesAnIdleNotch)
 {
-    const struct {
-        const char* name;
-        Event event;
-        bool inApplication;
-        bool closes;
-    } rows[] = {
-        {"in another program", Event::pressElsewhere, false, true},
-        {"in a window of ours", Event::pressElsewhere, true, true},
-        {"in the panel", Event::pressInPanel, true, false},
-        {"motion in another program", Event::other, false, false},
-        {"motion in a window of ours", Event::other, true, false},
-    };
-    for (const auto& row : rows) {
-        model_.expand();
-        if (row.inApplication)
-            EXPECT_EQ(rules_.inApplication(row.event), Handling::passOn) << row.name;
-        else
-            rules_.systemWide(row.event);
-        EXPECT_EQ(notchIsOpen(), !row.closes) << row.name;
-    }
-}
-
-TEST_F(InputRulesTest, thePointerIsLookedForBeforeAPressCounts)
-{
-    model_.expand();
-    pointerOnSurface_ = true; // It has come in, but nothing has said so yet.
-    rules_.systemWide(Event::pressElsewhere);
-    EXPECT_TRUE(notchIsOpen());
-    pointerOnSurface_ = false;
-    rules_.systemWide(Event::pressElsewhere);
-    EXPECT_FALSE(notchIsOpen());
+    expectTrace(R"(open, foreign press        | closed
+open, own press            | no  closed
+open, own pressInPanel     | no  open
+own motion, foreign motion | no  open
+moveIn, foreign press      | open inside
+moveOut, foreign press     | closed
+)");
 }
 
 } // namespace

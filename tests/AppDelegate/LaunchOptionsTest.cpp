@@ -3,44 +3,35 @@
 
 #include "AppDelegate/LaunchOptions.h"
 
-#include "support/FakePreferences.h"
+#include "support/FakeOutside.h"
 
 #include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 namespace notch {
 namespace {
 
 TEST(LaunchOptionsTest, eachFlagCountsWhereverItStands)
 {
-    const struct {
-        std::vector<std::string> arguments;
-        LaunchOptions options;
-    } rows[] = {
-        {{}, {}},
-        {{"--demo"}, {.demo = true}},
+    const std::pair<std::vector<std::string>, LaunchOptions> rows[] = {
+        {{"--demo=1", "-demo", "demo", "--Demo"}, {}},
         {{"x", "--enable-native-approvals", "--demo"},
             {.enableNativeApprovals = true, .demo = true}},
         {{"--enable-completion-reminders"}, {.enableCompletionReminders = true}},
-        {{"--demo=1", "-demo", "demo", "--Demo"}, {}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(LaunchOptions::parse(row.arguments), row.options);
+    for (const auto& [arguments, options] : rows)
+        EXPECT_EQ(LaunchOptions::parse(arguments), options);
 }
 
 TEST(LaunchOptionsTest, aStartSwitchesOnWhatItWasAskedForAndNothingOff)
 {
+    using Written = std::map<Preference, bool>;
     FakePreferences preferences;
-    preferences.set(Preference::completionRemindersEnabled, true);
+    LaunchOptions{.demo = true}.storeIn(preferences);
+    EXPECT_EQ(preferences.written, Written{});
     LaunchOptions{.enableNativeApprovals = true}.storeIn(preferences);
-    EXPECT_TRUE(preferences.isOn(Preference::nativeApprovalsEnabled));
-    EXPECT_TRUE(preferences.isOn(Preference::completionRemindersEnabled));
-    FakePreferences untouched;
-    LaunchOptions{.demo = true}.storeIn(untouched);
-    for (const auto preference : allPreferences)
-        EXPECT_EQ(untouched.isOn(preference), defaultValue(preference));
+    LaunchOptions{.enableCompletionReminders = true}.storeIn(preferences);
+    EXPECT_EQ(preferences.written, (Written{{Preference::nativeApprovalsEnabled, true},
+                                       {Preference::completionRemindersEnabled, true}}));
 }
 
 } // namespace

@@ -39,10 +39,10 @@ TEST(AppModelLaunch, opensToShowWhyTheServerDidNotStart)
 
 TEST_F(AppModelTest, saysThatHooksCannotReachItAnyMore)
 {
-    armedRequest("A");
+    play("ask A, wait 1");
     outside.server.callbacks.onUnreachable();
     EXPECT_TRUE(state().serviceReady) << "before the main queue has run";
-    pass(0);
+    play("wait 0");
     EXPECT_FALSE(state().serviceReady);
     EXPECT_TRUE(state().message.find("Hook 无法连接") != std::string::npos) << state().message;
     EXPECT_TRUE(state().actionReady) << "what waits can still be answered";
@@ -60,27 +60,24 @@ TEST_F(AppModelTest, keepsTheEditionsWhenItsOwnPathIsUnknown)
 
 TEST_F(AppModelTest, watchesTheHostAsThePreferencesSay)
 {
-    struct Row {
+    const struct {
         bool approvals;
         bool questions;
         const char* call;
-        const char* status;
+    } rows[] = {
+        {true, true, "monitor.start approvals questions"},
+        {true, false, "monitor.start approvals"},
+        {false, true, "monitor.start questions"},
+        {false, false, "monitor.stop"},
     };
-    const auto* const untouched = "原生安全确认尚未开启";
-    for (const auto& row : {
-             Row{true, true, "monitor.start approvals questions", untouched},
-             Row{true, false, "monitor.start approvals", untouched},
-             Row{false, true, "monitor.start questions", untouched},
-             Row{false, false, "monitor.stop", "原生审批和提问提醒均已关闭"},
-         }) {
-        SCOPED_TRACE(row.call);
+    for (const auto& row : rows) {
+        EXPECT_EQ(state().nativeStatus, "原生安全确认尚未开启");
         outside.preferences.set(Preference::nativeApprovalsEnabled, row.approvals);
         outside.preferences.set(Preference::questionRemindersEnabled, row.questions);
-        outside.calls.clear();
         model.refreshNativeMonitoring();
-        EXPECT_EQ(outside.calls, (Calls{"reminders.restarted", row.call}));
-        EXPECT_EQ(state().nativeStatus, row.status);
+        EXPECT_EQ(outside.takeCalls(), (Calls{"reminders.restarted", row.call}));
     }
+    EXPECT_EQ(state().nativeStatus, "原生审批和提问提醒均已关闭");
 }
 
 TEST_F(AppModelTest, asksForAccessAndSwitchesOnOnlyWhenToldTo)
@@ -93,8 +90,7 @@ TEST_F(AppModelTest, asksForAccessAndSwitchesOnOnlyWhenToldTo)
     EXPECT_EQ(outside.takeCalls("monitor.start"), Calls{"monitor.start approvals questions"});
     EXPECT_TRUE(state().nativeAccessGranted);
     outside.monitor.trusted = false;
-    outside.monitor.callbacks.onStatus("新的状态");
-    pass(0);
+    outside.report(outside.monitor.callbacks.onStatus, std::string("新的状态"));
     EXPECT_EQ(state().nativeStatus, "新的状态");
     EXPECT_FALSE(state().nativeAccessGranted);
 }
@@ -103,31 +99,23 @@ TEST_F(AppModelTest, tellsItsSubscriberOnceAfterEachOperationThatChangedSomethin
 {
     std::vector<AppModelState> told;
     model.subscribe([&] { told.push_back(state()); });
-    const auto expectTold = [&](const char* operation, std::size_t times) {
-        EXPECT_EQ(told.size(), times) << operation;
-        if (!told.empty()) {
-            EXPECT_EQ(told.back(), state()) << operation << " told of a state half-way";
-        }
-        told.clear();
+    const std::pair<const char*, std::size_t> rows[]{
+        {"leave, close", 0},
+        {"ask A", 1},
+        {"ask A", 0},
+        {"wait 1", 1}, // It arms.
+        {"noHost, host quillmoss", 1},
+        {"wait 1", 1},
+        {"allow A", 1},
     };
-    model.setWidths(480, 240);
-    model.setPointerInside(false);
-    model.collapse();
-    model.refreshNativeMonitoring();
-    expectTold("what changes nothing", 0);
-    outside.request("A");
-    expectTold("a request", 1);
-    outside.request("A");
-    expectTold("a request that is refused", 0);
-    pass(1);
-    expectTold("arming", 1);
-    outside.workspace.installed.clear();
-    model.openHost({});
-    expectTold("a host that is missing", 1);
-    pass(1);
-    told.clear();
-    decide(Decision::allow);
-    expectTold("a decision", 1);
+    for (const auto& [operations, times] : rows) {
+        told.clear();
+        play(operations);
+        EXPECT_EQ(told.size(), times) << operations;
+        if (!told.empty()) {
+            EXPECT_EQ(told.back(), state()) << operations << " told of a state half-way";
+        }
+    }
 }
 
 } // namespace

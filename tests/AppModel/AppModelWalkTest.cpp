@@ -4,8 +4,6 @@
 #include "AppModel/StartedModel.h"
 
 #include <random>
-#include <set>
-#include <utility>
 
 namespace notch {
 namespace {
@@ -22,41 +20,24 @@ public:
 
     void step()
     {
-        static const std::vector<std::pair<const char*, void (Walk::*)()>> operations{
-            {"hook asks", &Walk::hookAsks},
-            {"card appears", &Walk::cardAppears},
-            {"hook asks twice", &Walk::hookAsksTwice},
-            {"hook goes", &Walk::hookGoes},
-            {"hook goes", &Walk::hookGoes},
-            {"wait", &Walk::wait},
-            {"wait", &Walk::wait},
-            {"wait", &Walk::wait},
-            {"click", &Walk::click},
-            {"click", &Walk::click},
-            {"stale click", &Walk::staleClick},
-            {"press", &Walk::press},
-            {"release", &Walk::release},
-            {"open or close", &Walk::openOrClose},
-            {"pointer", &Walk::movePointer},
-            {"switch", &Walk::switchRequest},
-            {"demonstrate", &Walk::demonstrate},
-            {"end the demonstration", &Walk::endDemonstration},
-            {"leave the receipt", &Walk::leaveReceipt},
-            {"click outside", &Walk::clickOutside},
-        };
-        const auto& [name, operation] = operations[below(operations.size())];
-        SCOPED_TRACE(name);
+        const auto& step = anyStep();
+        SCOPED_TRACE(step.name);
         outside.server.hookWaits = below(4) != 0;
-        clicked_ = false;
         const auto before = seen_;
-        (this->*operation)();
-        judgeDecisions(before, std::string_view(name));
+        step.take();
+        judgeDecisions(before, step.clicks);
         look();
     }
 
     std::size_t decisions() const { return decided_.size(); }
 
 private:
+    struct Step {
+        std::size_t weight;
+        const char* name;
+        std::function<void()> take;
+        bool clicks = false; // A person does, on a button.
+    };
     // The request that could be clicked, as a person sees it: open, without a receipt over it.
     struct Seen {
         std::string id;
@@ -65,6 +46,14 @@ private:
 
     std::size_t below(std::size_t end) { return random_() % end; }
     Decision anyDecision() { return allDecisions[below(allDecisions.size())]; }
+    const Step& anyStep()
+    {
+        auto drawn = below(20); // The sum of the weights.
+        auto step = steps_.begin();
+        for (; drawn >= step->weight; ++step)
+            drawn -= step->weight;
+        return *step;
+    }
 
     Seen seen() const
     {
@@ -87,14 +76,14 @@ private:
         }
     }
 
-    void judgeDecisions(const Seen& before, std::string_view operation)
+    void judgeDecisions(const Seen& before, bool clicked)
     {
         for (const auto& call : outside.takeCalls()) {
             const auto at = call.find(".decide ");
             if (at == std::string::npos)
                 continue;
             const auto id = call.substr(at + 8, call.rfind(' ') - at - 8);
-            EXPECT_TRUE(clicked_) << operation;
+            EXPECT_TRUE(clicked);
             EXPECT_EQ(id, before.id) << "it was not on screen";
             EXPECT_GE(seenFor(before), 0.45 - rounding);
             EXPECT_FALSE(demonstrations_.contains(id));
@@ -102,20 +91,17 @@ private:
         }
     }
 
-    void hookAsks() { ask(outside.hookRequest(std::to_string(nextID_++))); }
-    void cardAppears() { ask(outside.nativeRequest(std::to_string(nextID_++))); }
     void ask(ApprovalRequest request)
     {
+        request.id = std::to_string(nextID_++);
         request.expiresAt = outside.time.now() + Seconds{0.1 * static_cast<double>(below(100))};
         known_.push_back(request);
-        outside.server.callbacks.onRequest(request);
-        outside.time.runPosted();
+        outside.report(outside.server.callbacks.onRequest, request);
     }
-    void hookAsksTwice()
+    void askTwice()
     {
-        if (!interaction().requests().empty() && !state().isDemo)
-            outside.server.callbacks.onRequest(interaction().requests().back());
-        outside.time.runPosted();
+        if (const auto waiting = interaction().requests(); !waiting.empty() && !state().isDemo)
+            outside.report(outside.server.callbacks.onRequest, waiting.back());
     }
     void hookGoes()
     {
@@ -125,7 +111,7 @@ private:
     }
     void wait()
     {
-        pass(0.05 * static_cast<double>(1 + below(12)));
+        outside.time.advance(Seconds{0.05 * static_cast<double>(1 + below(12))});
         const auto* current = interaction().current();
         if (!seen_.id.empty() && seenFor(seen_) > 0.47 && current->expiresAt > outside.time.now()) {
             EXPECT_TRUE(state().actionReady) << "a person could never answer";
@@ -133,13 +119,11 @@ private:
     }
     void click()
     {
-        clicked_ = true;
-        if (interaction().current())
-            decide(anyDecision());
+        if (const auto* current = interaction().current())
+            model.decide(*current, anyDecision());
     }
     void staleClick()
     {
-        clicked_ = true;
         if (!known_.empty())
             model.decide(known_[below(known_.size())], anyDecision());
     }
@@ -150,29 +134,39 @@ private:
     }
     void release()
     {
-        clicked_ = true;
         if (press_)
             model.release(*press_, anyDecision());
     }
-    void openOrClose() { interaction().expanded() ? model.collapse() : model.expand(); }
-    void movePointer() { model.setPointerInside(!interaction().pointerInside()); }
-    void switchRequest() { model.selectAdjacent(below(2) == 0 ? 1 : -1); }
     void demonstrate()
     {
         model.showDemo(below(2) == 0 ? Demo::hook : Demo::native);
         if (state().isDemo)
             demonstrations_.insert(*interaction().currentID());
     }
-    void endDemonstration() { model.endDemo(); }
-    void leaveReceipt() { model.dismissFeedback(); }
-    void clickOutside() { model.handleOutsideInteraction(); }
 
     static constexpr double rounding = 1e-6;
 
+    const std::vector<Step> steps_{
+        {1, "hook asks", [this] { ask(outside.hookRequest("")); }},
+        {1, "card appears", [this] { ask(outside.nativeRequest("")); }},
+        {1, "hook asks twice", [this] { askTwice(); }},
+        {2, "hook goes", [this] { hookGoes(); }},
+        {3, "wait", [this] { wait(); }},
+        {2, "click", [this] { click(); }, true},
+        {1, "stale click", [this] { staleClick(); }, true},
+        {1, "press", [this] { press(); }},
+        {1, "release", [this] { release(); }, true},
+        {1, "open or close", [this] { play(interaction().expanded() ? "close" : "open"); }},
+        {1, "pointer", [this] { play(interaction().pointerInside() ? "leave" : "enter"); }},
+        {1, "switch", [this] { play(below(2) == 0 ? "switch 1" : "switch -1"); }},
+        {1, "demonstrate", [this] { demonstrate(); }},
+        {1, "end the demonstration", [this] { model.endDemo(); }},
+        {1, "leave the receipt", [this] { model.dismissFeedback(); }},
+        {1, "click outside", [this] { model.handleOutsideInteraction(); }},
+    };
     std::mt19937 random_;
     int nextID_ = 0;
     Seen seen_;
-    bool clicked_ = false; // The operation that runs is a click of a person.
     std::optional<AppModel::ArmedPress> press_;
     std::vector<ApprovalRequest> known_;
     std::set<std::string> demonstrations_;

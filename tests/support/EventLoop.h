@@ -4,8 +4,7 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QTimer>
+#include <QtCore/qtestsupport_core.h>
 
 #include <functional>
 
@@ -17,12 +16,7 @@ public:
     // True when the condition held within ten seconds, which no healthy run comes near.
     bool runUntil(const std::function<bool()>& condition)
     {
-        const QDeadlineTimer deadline(10'000);
-        QTimer wake; // So that a wait that nothing ends is noticed.
-        wake.start(100);
-        while (!condition() && !deadline.hasExpired())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return condition();
+        return QTest::qWaitFor(condition, 10'000);
     }
     // Runs what is due now and does not wait for more.
     void runDue() { QCoreApplication::processEvents(); }

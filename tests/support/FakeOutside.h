@@ -4,19 +4,132 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "support/FakeApprovalBridge.h"
-#include "support/FakeNativeApprovals.h"
-#include "support/FakePasteboard.h"
-#include "support/FakePreferences.h"
-#include "support/FakeReminders.h"
-#include "support/FakeWorkspace.h"
 #include "support/VirtualTime.h"
 
+#include <functional>
+#include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace notch {
+
+// What an AppModel told its surroundings, in order; all fakes write into one.
+using Calls = std::vector<std::string>;
+
+class CallNoter {
+public:
+    explicit CallNoter(Calls& calls)
+        : calls_(calls)
+    {
+    }
+
+protected:
+    void note(std::string call) { calls_.push_back(std::move(call)); }
+
+private:
+    Calls& calls_;
+};
+
+struct FakeApprovalBridge final : ApprovalBridge, CallNoter {
+    using CallNoter::CallNoter;
+
+    std::optional<TransportError> start(Callbacks given) override
+    {
+        note("server.start");
+        callbacks = std::move(given);
+        return startError;
+    }
+    bool decide(const std::string& id, Decision decision) override
+    {
+        note("server.decide " + id + ' ' + std::string(name(decision)));
+        if (onDecide)
+            onDecide();
+        return hookWaits;
+    }
+    void stop() override { note("server.stop"); }
+
+    Callbacks callbacks;
+    std::optional<TransportError> startError;
+    std::function<void()> onDecide; // While the decision is on its way.
+    bool hookWaits = true; // The hook is still there to take a decision.
+};
+
+struct FakeNativeApprovals final : NativeApprovals, CallNoter {
+    using CallNoter::CallNoter;
+
+    bool isTrusted() const override { return trusted; }
+    void requestAccess() override { note("monitor.requestAccess"); }
+    void start(Callbacks given, Watched watched) override
+    {
+        note(std::string("monitor.start") + (watched.approvals ? " approvals" : "")
+             + (watched.questions ? " questions" : ""));
+        callbacks = std::move(given);
+    }
+    void stop() override { note("monitor.stop"); }
+    bool decide(const std::string& id, Decision decision) override
+    {
+        note("monitor.decide " + id + ' ' + std::string(name(decision)));
+        return cardVerifies;
+    }
+
+    Callbacks callbacks;
+    bool trusted = false;
+    bool cardVerifies = true; // The card is still the one that was read.
+};
+
+struct FakeReminders final : Reminders, CallNoter {
+    using CallNoter::CallNoter;
+
+    void startObservers() override { note("reminders.startObservers"); }
+    void startTurnEnds() override { note("reminders.startTurnEnds"); }
+    void stopTurnEnds() override { note("reminders.stopTurnEnds"); }
+    void nativeMonitoringRestarted() override { note("reminders.restarted"); }
+    bool questionVisible() const override { return question; }
+    bool completionVisible() const override { return completion; }
+    void disarm() override { note("reminders.disarm"); }
+    void refresh(Date) override { note("reminders.refresh"); }
+    void willCollapse() override { note("reminders.willCollapse"); }
+    void pointerEntered() override { note("reminders.pointerEntered"); }
+    void pointerLeft() override { note("reminders.pointerLeft"); }
+
+    bool question = false;
+    bool completion = false;
+};
+
+// A desktop on which both editions of the host are installed.
+struct FakeWorkspace final : Workspace, CallNoter {
+    using CallNoter::CallNoter;
+
+    bool isInstalled(HostApplication host) const override { return installed.contains(host); }
+    void open(HostApplication host, std::function<void()> failed) override
+    {
+        note(host == HostApplication::quillmossAI ? "open quillmossAI" : "open quillmoss");
+        openFailed = std::move(failed);
+    }
+    void openAccessibilitySettings() override { note("open settings"); }
+
+    std::set<HostApplication> installed{HostApplication::quillmoss, HostApplication::quillmossAI};
+    std::function<void()> openFailed; // Of the last open().
+};
+
+struct FakePasteboard final : Pasteboard {
+    void setText(const std::string& given) override { text = given; }
+
+    std::string text;
+};
+
+// Preferences that nobody has written yet.
+struct FakePreferences final : Preferences {
+    bool isOn(Preference preference) const override
+    {
+        return written.contains(preference) ? written.at(preference) : defaultValue(preference);
+    }
+    void set(Preference preference, bool on) override { written[preference] = on; }
+
+    std::map<Preference, bool> written;
+};
 
 // Everything outside an AppModel, made up.
 //
@@ -26,7 +139,7 @@ namespace notch {
 //   outside.request("A"); // A hook asks.
 //   outside.time.advance(Seconds{1});
 struct FakeOutside {
-    std::vector<std::string> calls; // What the model told its surroundings, in order.
+    Calls calls;
     VirtualTime time;
     FakeApprovalBridge server{calls};
     FakeNativeApprovals monitor{calls};
@@ -52,7 +165,7 @@ struct FakeOutside {
     }
 
     // The calls so far that begin with `prefix`; then they are forgotten.
-    std::vector<std::string> takeCalls(const std::string& prefix = {})
+    Calls takeCalls(const std::string& prefix = {})
     {
         std::erase_if(calls, [&](const auto& call) { return !call.starts_with(prefix); });
         return std::exchange(calls, {});
@@ -79,19 +192,14 @@ struct FakeOutside {
     }
 
     // A hook asks; a card appears; either goes away.
-    void request(const std::string& id)
+    void request(const std::string& id) { report(server.callbacks.onRequest, hookRequest(id)); }
+    void card(const std::string& id) { report(monitor.callbacks.onRequest, nativeRequest(id)); }
+    void remove(const std::string& id) { report(server.callbacks.onRemoval, id); }
+
+    template <class Callback, class Reported>
+    void report(const Callback& callback, const Reported& reported)
     {
-        server.callbacks.onRequest(hookRequest(id));
-        time.runPosted();
-    }
-    void card(const std::string& id)
-    {
-        monitor.callbacks.onRequest(nativeRequest(id));
-        time.runPosted();
-    }
-    void remove(const std::string& id)
-    {
-        server.callbacks.onRemoval(id);
+        callback(reported);
         time.runPosted();
     }
 };

@@ -3,48 +3,28 @@
 
 #include "support/InteractionTrace.h"
 
-#include "Interaction/NotchInteraction.h"
+#include "support/TracePlayer.h"
 
 #include <array>
 #include <cstdio>
-#include <cstdlib>
-#include <sstream>
-#include <utility>
 
 namespace notch {
 namespace {
 
-using Kind = NotchInteraction::Feedback::Kind;
+using Feedback = NotchInteraction::Feedback;
 
-constexpr std::array<std::pair<std::string_view, Kind>, 5> kinds{{
-    {"allowed", Kind::allowed},
-    {"denied", Kind::denied},
-    {"returned", Kind::returned},
-    {"expired", Kind::expired},
-    {"unavailable", Kind::unavailable},
-}};
+constexpr std::array<std::string_view, 5> kinds{
+    "allowed", "denied", "returned", "expired", "unavailable"};
 
-Kind kindNamed(std::string_view word)
+std::string receiptText(const Feedback& feedback)
 {
-    for (const auto& [name, kind] : kinds) {
-        if (name == word)
-            return kind;
-    }
-    std::fprintf(stderr, "no such receipt: %s\n", std::string(word).c_str());
-    std::abort();
+    return " receipt " + std::string(kinds.at(static_cast<std::size_t>(feedback.kind)))
+         + (feedback.isDemo ? " demo" : "") + (feedback.isNative ? " native" : "");
 }
 
-std::string receiptText(const NotchInteraction::Feedback& feedback)
-{
-    std::string text = " receipt";
-    for (const auto& [name, kind] : kinds) {
-        if (kind == feedback.kind)
-            text += ' ' + std::string(name);
-    }
-    return text + (feedback.isDemo ? " demo" : "") + (feedback.isNative ? " native" : "");
-}
+constexpr Date start{0}; // Exact, so that a guard's end can be hit exactly.
 
-std::string readyText(Date readyAt, Date start)
+std::string readyText(Date readyAt)
 {
     if (readyAt == Date::distantFuture())
         return " ready never";
@@ -53,71 +33,34 @@ std::string readyText(Date readyAt, Date start)
     return text.data();
 }
 
-std::string stateText(const NotchInteraction& state, Date start)
-{
-    std::string text = state.expanded() ? "open" : "closed";
-    for (const auto& request : state.requests())
-        text += request.id == state.currentID() ? " [" + request.id + ']' : ' ' + request.id;
-    text += state.selectedID() == state.currentID() ? "" : " selected otherwise";
-    text += readyText(state.readyAt(), start);
-    text += state.pointerInside() ? " inside" : "";
-    text += state.hoverBlockedUntilExit() ? " blocked" : "";
-    text += state.showAllParameters ? " details" : "";
-    return state.feedback() ? text + receiptText(*state.feedback()) : text;
-}
-
-class Player {
+class InteractionPlayer final : public TracePlayer {
 public:
-    std::string play(const std::string& line)
+    InteractionPlayer()
     {
-        std::istringstream words(line);
-        std::string at;
-        double time = 0;
-        std::string operation;
-        words >> at >> time >> operation;
-        const auto answered = apply(operation, start_ + Seconds{time}, words);
-        return answered + stateText(state_, start_);
+        operations_ = {
+            {"at", [this](Words& words) { now_ = moment(words); }},
+            {"receive",
+                [this](Words& words) { answer(interaction_.receive(request(words), now_)); }},
+            {"enter", [this](Words&) { answer(interaction_.pointerEntered()); }},
+            {"leave", [this](Words&) { interaction_.pointerLeft(); }},
+            {"expand", [this](Words&) { interaction_.expand(now_); }},
+            {"collapse", [this](Words&) { interaction_.collapse(); }},
+            {"select", [this](Words& words) { interaction_.select(next(words), now_); }},
+            {"can", [this](Words& words) { answer(interaction_.canDecide(next(words), now_)); }},
+            {"finish", [this](Words& words) { finish(words); }},
+            {"gone", [this](Words& words) { interaction_.disconnected(next(words), now_); }},
+            {"dismiss", [this](Words&) { interaction_.dismissFeedback(now_); }},
+            {"details", [this](Words&) { interaction_.showAllParameters = true; }},
+        };
     }
 
 private:
-    std::string apply(const std::string& operation, Date now, std::istringstream& words)
-    {
-        std::string id;
-        if (operation == "receive")
-            return answer(state_.receive(request(words), now));
-        if (operation == "enter")
-            return answer(state_.pointerEntered());
-        if (operation == "can")
-            return words >> id, answer(state_.canDecide(id, now));
-        if (operation == "leave")
-            state_.pointerLeft();
-        else if (operation == "expand")
-            state_.expand(now);
-        else if (operation == "collapse")
-            state_.collapse();
-        else if (operation == "select")
-            words >> id, state_.select(id, now);
-        else if (operation == "finish")
-            finish(words);
-        else if (operation == "gone")
-            words >> id, state_.disconnected(id, now);
-        else if (operation == "dismiss")
-            state_.dismissFeedback(now);
-        else if (operation == "details")
-            state_.showAllParameters = true;
-        else
-            return "(no such operation) ";
-        return {};
-    }
+    static Date moment(Words& words) { return start + Seconds{next<double>(words)}; }
 
-    static std::string answer(bool yes) { return yes ? "yes  " : "no  "; }
-
-    ApprovalRequest request(std::istringstream& words) const
+    static ApprovalRequest request(Words& words)
     {
         ApprovalRequest request{.toolName = "Bash", .eventName = "PermissionRequest"};
-        std::string until;
-        double time = 0;
-        words >> request.id;
+        request.id = next(words);
         if (request.id == "native")
             request.eventName = nativeApprovalEventName;
         else if (request.id == "question")
@@ -125,38 +68,49 @@ private:
         else if (request.id == "foreign")
             request.eventName = "Stop";
         if (request.id.size() > 1)
-            words >> request.id;
-        words >> until >> time;
-        request.expiresAt = start_ + Seconds{time};
+            request.id = next(words);
+        next(words); // "until"
+        request.expiresAt = moment(words);
         return request;
     }
 
-    void finish(std::istringstream& words)
+    void finish(Words& words)
     {
-        std::string id;
-        std::string kind;
-        std::string demo;
-        words >> id >> kind >> demo;
-        state_.finish(id, kindNamed(kind), demo == "demo");
+        const auto id = next(words);
+        const auto kind = std::ranges::find(kinds, next(words)) - kinds.begin();
+        interaction_.finish(id, static_cast<Feedback::Kind>(kind), next(words) == "demo");
     }
 
-    Date start_{0}; // Exact, so that a guard's end can be hit exactly.
-    NotchInteraction state_;
+    std::string stateText() override
+    {
+        return printed(interaction_, readyText(interaction_.readyAt()));
+    }
+
+    Date now_ = start;
+    NotchInteraction interaction_;
 };
 
 } // namespace
 
 std::string playTrace(std::string_view trace)
 {
-    Player player;
-    std::istringstream lines{std::string(trace)};
-    std::string played;
-    for (std::string line; std::getline(lines, line);) {
-        const auto bar = line.find('|');
-        const auto operation = line.substr(0, bar == std::string::npos ? line.size() : bar);
-        played += operation.empty() ? "\n" : operation + "| " + player.play(operation) + '\n';
+    return InteractionPlayer().played(trace);
+}
+
+std::string printed(const NotchInteraction& interaction, const std::string& readiness)
+{
+    const auto current = interaction.currentID();
+    std::string text = interaction.expanded() ? "open" : "closed";
+    for (const auto& request : interaction.requests()) {
+        const auto shown = request.source == "demo" ? "demo" : request.id;
+        text += request.id == current ? " [" + shown + ']' : ' ' + shown;
     }
-    return played;
+    text += interaction.selectedID() == current ? "" : " selected otherwise";
+    text += readiness;
+    text += interaction.pointerInside() ? " inside" : "";
+    text += interaction.hoverBlockedUntilExit() ? " blocked" : "";
+    text += interaction.showAllParameters ? " details" : "";
+    return interaction.feedback() ? text + receiptText(*interaction.feedback()) : text;
 }
 
 } // namespace notch

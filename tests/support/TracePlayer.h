@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace notch {
+
+// Writes anew, behind the bar of each line, what `after` answers to the operations before it. So a
+// test compares a whole trace with itself.
+inline std::string retold(
+    std::string_view trace, const std::function<std::string(const std::string&)>& after)
+{
+    std::istringstream lines{std::string(trace)};
+    std::string told;
+    for (std::string line; std::getline(lines, line);) {
+        const auto operations = line.substr(0, line.find('|'));
+        told += operations + "| " + after(operations) + '\n';
+    }
+    return told;
+}
+
+// Carries out operations that are written as words, with or without commas between them.
+class TracePlayer {
+public:
+    using Words = std::istringstream;
+
+    virtual ~TracePlayer() = default;
+
+    void play(std::string operations)
+    {
+        std::ranges::replace(operations, ',', ' ');
+        Words words(operations);
+        for (std::string name; words >> name;)
+            operations_.at(name)(words);
+    }
+    // The answers of the operations, if they give any, and the state behind them.
+    std::string after(const std::string& operations)
+    {
+        play(operations);
+        return std::exchange(answers_, {}) + stateText();
+    }
+    std::string played(std::string_view trace)
+    {
+        return retold(trace, [this](const auto& operations) { return after(operations); });
+    }
+
+protected:
+    template <class Value = std::string> static Value next(Words& words)
+    {
+        Value value{};
+        words >> value;
+        return value;
+    }
+    void answer(const std::string& given) { answers_ += given + "  "; }
+    void answer(bool given) { answer(std::string(given ? "yes" : "no")); }
+    virtual std::string stateText() = 0;
+
+    std::map<std::string, std::function<void(Words&)>> operations_; // By name.
+
+private:
+    std::string answers_;
+};
+
+} // namespace notch
