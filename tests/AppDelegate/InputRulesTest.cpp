@@ -17,18 +17,16 @@ protected:
     {
         operations_.insert({
             {"own",
-                [this](Words& words) {
-                    answer(rules_.inApplication(event(words)) == InputRules::Handling::swallow);
-                }},
-            {"foreign", [this](Words& words) { rules_.systemWide(event(words)); }},
-            {"focus", [this](Words&) { panel_.key = true; }},
-            {"moveIn", [this](Words&) { pointerOnSurface_ = true; }},
-            {"moveOut", [this](Words&) { pointerOnSurface_ = false; }},
+                [this] { answer(rules_.inApplication(event()) == InputRules::Handling::swallow); }},
+            {"foreign", [this] { rules_.systemWide(event()); }},
+            {"focus", [this] { panel_.key = true; }},
+            {"moveIn", [this] { pointerOnSurface_ = true; }},
+            {"moveOut", [this] { pointerOnSurface_ = false; }},
         });
     }
 
 private:
-    static InputRules::Event event(Words& words)
+    InputRules::Event event()
     {
         using enum InputRules::Event;
         static const std::map<std::string, InputRules::Event> named{
@@ -37,7 +35,7 @@ private:
             {"press", pressElsewhere},
             {"esc", escapeKey},
         };
-        return named.at(next(words));
+        return named.at(next());
     }
 
     FakeSurface panel_;

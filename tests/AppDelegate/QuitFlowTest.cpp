@@ -34,12 +34,12 @@ protected:
     QuitFlowTest()
     {
         operations_.insert({
-            {"quit", [this](Words&) { flow_.quit(); }},
-            {"signal", [this](Words& words) { flow_.signalled(Uptime{next<double>(words)}); }},
-            {"mayEnd", [this](Words&) { answer(flow_.shouldTerminate()); }},
-            {"hide", [this](Words&) { stage_.panelShows = false; }},
-            {"sayStay", [this](Words&) { stage_.answered(QuitStage::Answer::stay); }},
-            {"sayLeave", [this](Words&) { stage_.answered(QuitStage::Answer::leave); }},
+            {"quit", [this] { flow_.quit(); }},
+            {"signal", [this] { flow_.signalled(Uptime{next<double>()}); }},
+            {"mayEnd", [this] { answer(flow_.shouldTerminate()); }},
+            {"hide", [this] { stage_.panelShows = false; }},
+            {"sayStay", [this] { stage_.answered(QuitStage::Answer::stay); }},
+            {"sayLeave", [this] { stage_.answered(QuitStage::Answer::leave); }},
         });
     }
 
@@ -63,16 +63,9 @@ quit              | open [demo] trying -> terminate
 )");
 }
 
-TEST_F(QuitFlowTest, aTerminationFromOutsideIsRefusedAndShowsWhatWaits)
+TEST_F(QuitFlowTest, theQuestionSaysWhatWaits)
 {
-    expectTrace(R"(ask A, close, mayEnd | no  open [A]
-)");
-}
-
-TEST_F(QuitFlowTest, theQuestionSaysWhatWaitsAndStandsAloneOnTheScreen)
-{
-    expectTrace(R"(ask A, ask B, close, quit | closed [A] B -> out, ask
-)");
+    play("ask A, ask B, quit");
     const QuitQuestion expected{
         .message = "还有 2 条请求待确认",
         .informativeText = "退出会把它们交回 QuillMoss 原流程，不会自动允许。",
@@ -82,21 +75,15 @@ TEST_F(QuitFlowTest, theQuestionSaysWhatWaitsAndStandsAloneOnTheScreen)
     EXPECT_EQ(stage_.asked, expected);
 }
 
-TEST_F(QuitFlowTest, onlyLeavingConfirms)
+TEST_F(QuitFlowTest, withRequestsWaitingOnlyLeavingEnds)
 {
-    expectTrace(R"(ask A, quit, quit | open [A] -> out, ask
-mayEnd            | no  open [A]
-sayLeave          | open [A] -> terminate
-mayEnd            | yes  open [A]
-)");
-}
-
-TEST_F(QuitFlowTest, stayingBringsBackAPanelThatWasThere)
-{
-    expectTrace(R"(ask A, close, quit, sayStay | open [A] -> out, ask, front
-mayEnd                      | no  open [A]
-hide, close, quit, sayStay  | open [A] -> out, ask
-quit                        | open [A] -> out, ask
+    expectTrace(R"(ask A, close, mayEnd       | no  open [A]
+close, quit                | closed [A] -> out, ask
+quit                       | closed [A]
+sayStay                    | open [A] -> front
+hide, close, quit, sayStay | open [A] -> out, ask
+quit, mayEnd               | no  open [A] -> out, ask
+sayLeave, mayEnd           | yes  open [A] -> terminate
 )");
 }
 

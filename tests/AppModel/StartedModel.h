@@ -25,12 +25,50 @@ public:
     {
         model.start();
         outside.calls.clear();
-        addWorld();
-        addPerson();
-        for (const auto decision : allDecisions)
-            operations_[std::string(name(decision))] = [this, decision](Words& words) {
-                model.decide(outside.hookRequest(id(words)), decision);
-            };
+        using enum Workspace::HostApplication;
+        operations_ = {
+            {"ask", [this] { outside.request(next()); }},
+            {"card", [this] { outside.card(next()); }},
+            {"gone", [this] { outside.remove(next()); }},
+            {"refuse", [this] { outside.server.hookWaits = outside.monitor.cardVerifies = false; }},
+            {"wait", [this] { outside.time.advance(Seconds{next<double>()}); }},
+            {"clock", [this] { outside.time.setWallClock(Seconds{next<double>()}); }},
+            {"question", [this] { outside.reminders.question = true; }},
+            {"turn", [this] { outside.reminders.completion = true; }},
+            {"noHost", [this] { outside.workspace.installed = {}; }},
+            {"onlyAI", [this] { outside.workspace.installed = {quillmossAI}; }},
+            {"withoutAI", [this] { outside.workspace.installed = {quillmoss}; }},
+            {"on", [this] { outside.preferences.set(preference(), true); }},
+            {"off", [this] { outside.preferences.set(preference(), false); }},
+            {"listen",
+                [this] {
+                    outside.calls.clear();
+                    listens_ = true;
+                }},
+            {"message", [this] { answer(state().message); }},
+            {"open", [this] { model.expand(); }},
+            {"close", [this] { model.collapse(); }},
+            {"enter", [this] { model.setPointerInside(true); }},
+            {"leave", [this] { model.setPointerInside(false); }},
+            {"clickOutside", [this] { model.handleOutsideInteraction(); }},
+            {"switch", [this] { model.selectAdjacent(next<int>()); }},
+            {"select", [this] { model.select(next()); }},
+            {"details", [this] { model.setShowAllParameters(true); }},
+            {"copy", [this] { model.copyRequest(*interaction().current()); }},
+            {"pasted", [this] { answer(outside.pasteboard.text); }},
+            {"press", [this] { press_ = model.press(id()); }},
+            {"pressed", [this] { answer(press_.has_value()); }},
+            {"release", [this] { model.release(press_.value(), Decision::allow); }},
+            {"allow", [this] { model.decide(outside.hookRequest(id()), Decision::allow); }},
+            {"deny", [this] { model.decide(outside.hookRequest(id()), Decision::deny); }},
+            {"handBack",
+                [this] { model.decide(outside.hookRequest(id()), Decision::passthrough); }},
+            {"dismiss", [this] { model.dismissFeedback(); }},
+            {"demo", [this] { model.showDemo(next() == "native" ? Demo::native : Demo::hook); }},
+            {"endDemo", [this] { model.endDemo(); }},
+            {"host", [this] { model.openHost(next()); }},
+            {"watch", [this] { model.refreshNativeMonitoring(); }},
+        };
     }
 
     const AppModelState& state() const { return model.state(); }
@@ -39,77 +77,15 @@ public:
     FakeOutside outside;
     AppModel model{outside.seams()};
 
-protected:
-    std::string id(Words& words) const
+private:
+    std::string id()
     {
-        const auto word = next(words);
+        const auto word = next();
         return word == "demo" ? *interaction().currentID() : word;
     }
-
-private:
-    void addWorld()
+    Preference preference()
     {
-        using enum Workspace::HostApplication;
-        operations_.insert({
-            {"ask", [this](Words& words) { outside.request(next(words)); }},
-            {"card", [this](Words& words) { outside.card(next(words)); }},
-            {"gone", [this](Words& words) { outside.remove(next(words)); }},
-            {"wait", [this](Words& words) { outside.time.advance(Seconds{next<double>(words)}); }},
-            {"clock",
-                [this](Words& words) { outside.time.setWallClock(Seconds{next<double>(words)}); }},
-            {"question", [this](Words&) { outside.reminders.question = true; }},
-            {"turn", [this](Words&) { outside.reminders.completion = true; }},
-            {"refuse",
-                [this](
-                    Words&) { outside.server.hookWaits = outside.monitor.cardVerifies = false; }},
-            {"without",
-                [this](Words& words) {
-                    outside.workspace.installed.erase(
-                        next(words) == "quillmossAI" ? quillmossAI : quillmoss);
-                }},
-            {"noHost", [this](Words&) { outside.workspace.installed.clear(); }},
-            {"noHover",
-                [this](Words&) { outside.preferences.set(Preference::hoverToExpand, false); }},
-            {"noCollapse",
-                [this](Words&) { outside.preferences.set(Preference::autoCollapse, false); }},
-            {"listen",
-                [this](Words&) {
-                    outside.calls.clear();
-                    listens_ = true;
-                }},
-            {"message", [this](Words&) { answer(state().message); }},
-        });
-    }
-    void addPerson()
-    {
-        operations_.insert({
-            {"open", [this](Words&) { model.expand(); }},
-            {"close", [this](Words&) { model.collapse(); }},
-            {"enter", [this](Words&) { model.setPointerInside(true); }},
-            {"leave", [this](Words&) { model.setPointerInside(false); }},
-            {"clickOutside", [this](Words&) { model.handleOutsideInteraction(); }},
-            {"switch", [this](Words& words) { model.selectAdjacent(next<int>(words)); }},
-            {"select", [this](Words& words) { model.select(next(words)); }},
-            {"details", [this](Words&) { model.setShowAllParameters(true); }},
-            {"copy",
-                [this](Words&) {
-                    model.copyRequest(*interaction().current());
-                    answer(outside.pasteboard.text);
-                }},
-            {"press",
-                [this](Words& words) {
-                    press_ = model.press(id(words));
-                    answer(press_.has_value());
-                }},
-            {"release", [this](Words&) { model.release(press_.value(), Decision::allow); }},
-            {"dismiss", [this](Words&) { model.dismissFeedback(); }},
-            {"demo",
-                [this](Words& words) {
-                    model.showDemo(next(words) == "native" ? Demo::native : Demo::hook);
-                }},
-            {"endDemo", [this](Words&) { model.endDemo(); }},
-            {"host", [this](Words& words) { model.openHost(next(words)); }},
-        });
+        return *std::ranges::find(allPreferences, next(), [](auto each) { return name(each); });
     }
 
     std::string stateText() override
@@ -141,12 +117,10 @@ protected:
 // Each line on a model of its own, its operations in the place of "..." in `frame`.
 inline void expectEach(const std::string& frame, std::string_view trace)
 {
-    const auto gap = frame.find("...");
-    EXPECT_EQ(retold(trace,
-                  [&](const auto& operations) {
-                      return StartedModel().after(std::string(frame).replace(gap, 3, operations));
-                  }),
-        trace);
+    const auto after = [&](const std::string& operations) {
+        return StartedModel().after(std::string(frame).replace(frame.find("..."), 3, operations));
+    };
+    EXPECT_EQ(retold(trace, after), trace);
 }
 
 } // namespace notch

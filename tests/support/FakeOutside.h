@@ -18,18 +18,14 @@ namespace notch {
 // What an AppModel told its surroundings, in order; all fakes write into one.
 using Calls = std::vector<std::string>;
 
-class CallNoter {
-public:
-    explicit CallNoter(Calls& calls)
-        : calls_(calls)
+struct CallNoter {
+    explicit CallNoter(Calls& given)
+        : calls(given)
     {
     }
+    void note(std::string call) { calls.push_back(std::move(call)); }
 
-protected:
-    void note(std::string call) { calls_.push_back(std::move(call)); }
-
-private:
-    Calls& calls_;
+    Calls& calls;
 };
 
 struct FakeApprovalBridge final : ApprovalBridge, CallNoter {

@@ -38,29 +38,28 @@ public:
     InteractionPlayer()
     {
         operations_ = {
-            {"at", [this](Words& words) { now_ = moment(words); }},
-            {"receive",
-                [this](Words& words) { answer(interaction_.receive(request(words), now_)); }},
-            {"enter", [this](Words&) { answer(interaction_.pointerEntered()); }},
-            {"leave", [this](Words&) { interaction_.pointerLeft(); }},
-            {"expand", [this](Words&) { interaction_.expand(now_); }},
-            {"collapse", [this](Words&) { interaction_.collapse(); }},
-            {"select", [this](Words& words) { interaction_.select(next(words), now_); }},
-            {"can", [this](Words& words) { answer(interaction_.canDecide(next(words), now_)); }},
-            {"finish", [this](Words& words) { finish(words); }},
-            {"gone", [this](Words& words) { interaction_.disconnected(next(words), now_); }},
-            {"dismiss", [this](Words&) { interaction_.dismissFeedback(now_); }},
-            {"details", [this](Words&) { interaction_.showAllParameters = true; }},
+            {"at", [this] { now_ = moment(); }},
+            {"receive", [this] { answer(interaction_.receive(request(), now_)); }},
+            {"enter", [this] { answer(interaction_.pointerEntered()); }},
+            {"leave", [this] { interaction_.pointerLeft(); }},
+            {"expand", [this] { interaction_.expand(now_); }},
+            {"collapse", [this] { interaction_.collapse(); }},
+            {"select", [this] { interaction_.select(next(), now_); }},
+            {"can", [this] { answer(interaction_.canDecide(next(), now_)); }},
+            {"finish", [this] { finish(); }},
+            {"gone", [this] { interaction_.disconnected(next(), now_); }},
+            {"dismiss", [this] { interaction_.dismissFeedback(now_); }},
+            {"details", [this] { interaction_.showAllParameters = true; }},
         };
     }
 
 private:
-    static Date moment(Words& words) { return start + Seconds{next<double>(words)}; }
+    Date moment() { return start + Seconds{next<double>()}; }
 
-    static ApprovalRequest request(Words& words)
+    ApprovalRequest request()
     {
         ApprovalRequest request{.toolName = "Bash", .eventName = "PermissionRequest"};
-        request.id = next(words);
+        request.id = next();
         if (request.id == "native")
             request.eventName = nativeApprovalEventName;
         else if (request.id == "question")
@@ -68,17 +67,17 @@ private:
         else if (request.id == "foreign")
             request.eventName = "Stop";
         if (request.id.size() > 1)
-            request.id = next(words);
-        next(words); // "until"
-        request.expiresAt = moment(words);
+            request.id = next();
+        next(); // "until"
+        request.expiresAt = moment();
         return request;
     }
 
-    void finish(Words& words)
+    void finish()
     {
-        const auto id = next(words);
-        const auto kind = std::ranges::find(kinds, next(words)) - kinds.begin();
-        interaction_.finish(id, static_cast<Feedback::Kind>(kind), next(words) == "demo");
+        const auto id = next();
+        const auto kind = std::ranges::find(kinds, next()) - kinds.begin();
+        interaction_.finish(id, static_cast<Feedback::Kind>(kind), next() == "demo");
     }
 
     std::string stateText() override

@@ -30,16 +30,14 @@ inline std::string retold(
 // Carries out operations that are written as words, with or without commas between them.
 class TracePlayer {
 public:
-    using Words = std::istringstream;
-
     virtual ~TracePlayer() = default;
 
     void play(std::string operations)
     {
         std::ranges::replace(operations, ',', ' ');
-        Words words(operations);
-        for (std::string name; words >> name;)
-            operations_.at(name)(words);
+        words_ = std::istringstream(operations);
+        for (std::string name; words_ >> name;)
+            operations_.at(name)();
     }
     // The answers of the operations, if they give any, and the state behind them.
     std::string after(const std::string& operations)
@@ -53,19 +51,21 @@ public:
     }
 
 protected:
-    template <class Value = std::string> static Value next(Words& words)
+    // The word behind the operation's name, and so on.
+    template <class Value = std::string> Value next()
     {
         Value value{};
-        words >> value;
+        words_ >> value;
         return value;
     }
     void answer(const std::string& given) { answers_ += given + "  "; }
     void answer(bool given) { answer(std::string(given ? "yes" : "no")); }
     virtual std::string stateText() = 0;
 
-    std::map<std::string, std::function<void(Words&)>> operations_; // By name.
+    std::map<std::string, std::function<void()>> operations_; // By name.
 
 private:
+    std::istringstream words_;
     std::string answers_;
 };
 
