@@ -77,11 +77,23 @@ bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown)
         && inner.y + inner.height <= outer.y + outer.height + grown;
 }
 
+std::vector<Nodes> paths(const Node& node)
+{
+    std::vector<Nodes> all{{&node}};
+    for (const auto& child : node.children) {
+        for (auto path : paths(child)) {
+            path.insert(path.begin(), &node);
+            all.push_back(path);
+        }
+    }
+    return all;
+}
+
 Nodes flatten(const Node& node)
 {
-    Nodes nodes{&node};
-    for (const auto& child : node.children)
-        std::ranges::copy(flatten(child), std::back_inserter(nodes));
+    Nodes nodes;
+    std::ranges::transform(
+        paths(node), std::back_inserter(nodes), [](const Nodes& path) { return path.back(); });
     return nodes;
 }
 
@@ -146,14 +158,6 @@ std::string buttonLabel(const Node& node)
     return labelOf(joined);
 }
 
-std::size_t depth(const NativeApprovalNode& node)
-{
-    std::size_t deepest = 0;
-    for (const auto& child : node.children)
-        deepest = std::max(deepest, depth(child));
-    return deepest + 1;
-}
-
 bool isSummary(const std::string& text)
 {
     static const auto some = anyBlank() + '*', count = some + "([1-9][0-9]*)";
@@ -178,32 +182,22 @@ bool allVisible(const Nodes& nodes)
     return std::ranges::all_of(nodes, [](const auto* node) { return node->visible; });
 }
 
-auto buttonCount(const Nodes& nodes)
+bool isButton(const Node* node)
 {
-    return std::ranges::count_if(nodes, [](const auto* node) { return node->role == "AXButton"; });
+    return node->role == "AXButton";
 }
 
-struct Found {
-    Nodes path;
-    std::string label;
-};
-
-void collect(const NativeApprovalNode& node, Nodes path, std::vector<Found>& found)
+// Common to both layouts.
+bool isCard(const Nodes& nodes)
 {
-    if (!node.visible)
-        return;
-    path.push_back(&node);
-    if (node.role == "AXButton" && !buttonLabel(node).empty())
-        found.push_back({path, buttonLabel(node)});
-    for (const auto& child : node.children)
-        collect(child, path, found);
+    return nodes.size() <= 90 && std::ranges::count_if(nodes, isButton) == 2 && allVisible(nodes);
 }
 
 std::optional<NativeApprovalMatch> grouped(const Node& group, NativeApprovalMatch match)
 {
-    const auto flat = flatten(group);
-    if (group.role != "AXGroup" || flat.size() > 90 || depth(group) > 12 || buttonCount(flat) != 2
-        || !allVisible(flat))
+    const bool deep =
+        std::ranges::any_of(paths(group), [](const auto& path) { return path.size() > 12; });
+    if (group.role != "AXGroup" || deep || !isCard(flatten(group)))
         return std::nullopt;
     std::vector<std::string> titles, risks, commands;
     for (const auto& text : staticTexts(group, true))
@@ -217,18 +211,25 @@ std::optional<NativeApprovalMatch> grouped(const Node& group, NativeApprovalMatc
     return match;
 }
 
+bool live(const Node& node, const char* role)
+{
+    return node.role == role && node.visible && node.enabled;
+}
+
+bool plain(const Node& node)
+{
+    return live(node, "AXStaticText") && node.children.empty();
+}
+
 const Node* unwrap(const Node& node)
 {
-    if (!node.visible || !node.enabled)
-        return nullptr;
-    if (node.role == "AXStaticText")
-        return node.children.empty() ? &node : nullptr;
-    if (node.role != "AXGroup" || !node.texts.empty() || node.children.size() != 1)
-        return nullptr;
-    const auto& child = node.children[0];
-    const bool plain = child.role == "AXStaticText" && child.children.empty() && child.visible
-                    && child.enabled && usable(node.frame) && usable(child.frame);
-    return plain && contains(*node.frame, *child.frame, 2) ? &child : nullptr;
+    if (plain(node))
+        return &node;
+    const bool wraps = live(node, "AXGroup") && node.texts.empty() && node.children.size() == 1
+                    && plain(node.children[0]) && usable(node.frame)
+                    && usable(node.children[0].frame)
+                    && contains(*node.frame, *node.children[0].frame, 2);
+    return wraps ? &node.children[0] : nullptr;
 }
 
 bool geometry(const Nodes& nodes)
@@ -255,29 +256,25 @@ std::optional<NativeApprovalMatch> flattened(
         return std::nullopt;
     const auto i =
         static_cast<std::size_t>(std::ranges::find(all, match.allowID, &Node::id) - all.begin());
-    if (i < 3 || i + 1 >= all.size() || all[i + 1].id != match.denyID)
+    if (i < 3 || i + 1 >= all.size() || all[i + 1].id != match.denyID
+        || (i + 2 < all.size() && isButton(&all[i + 2])))
         return std::nullopt;
     const auto *title = &all[i - 3], *riskNode = unwrap(all[i - 2]), *command = unwrap(all[i - 1]);
-    if (!riskNode || !command || title->role != "AXStaticText" || unwrap(*title) != title)
-        return std::nullopt;
     Nodes flat;
     for (auto at = i - 3; at <= i + 1; ++at) {
         std::ranges::copy(flatten(all[at]), std::back_inserter(flat));
         for (const auto* node : at < i ? flatten(all[at]) : Nodes{})
             match.contextNodeIDs.push_back(node->id);
     }
-    if (flat.size() > 90 || buttonCount(flat) != 2 || !allVisible(flat))
-        return std::nullopt;
-    if (i + 2 < all.size() && all[i + 2].role == "AXButton")
+    if (!plain(*title) || !riskNode || !command || !isCard(flat)
+        || !geometry({title, &all[i - 2], &all[i - 1], &all[i], &all[i + 1]})
+        || !geometry({title, riskNode, command, &all[i], &all[i + 1]}))
         return std::nullopt;
     const auto titles = shownTexts(*title), risks = shownTexts(*riskNode),
                commands = shownTexts(*command);
     if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1 || !isSummary(titles[0])
         || risks[0] != risk || !isComplete(commands[0]) || isSummary(commands[0])
         || commands[0] == risk)
-        return std::nullopt;
-    if (!geometry({title, &all[i - 2], &all[i - 1], &all[i], &all[i + 1]})
-        || !geometry({title, riskNode, command, &all[i], &all[i + 1]}))
         return std::nullopt;
     match.containerID = group.id;
     match.layout = NativeApprovalLayout::flattened;
@@ -289,34 +286,37 @@ std::optional<NativeApprovalMatch> flattened(
 
 bool recognizesButtons(const std::vector<Node>& roots)
 {
-    return std::ranges::any_of(roots, [](const Node& root) {
-        return std::ranges::any_of(flatten(root), [](const auto* node) {
-            return node->role == "AXButton" && !buttonLabel(*node).empty();
-        });
-    });
+    const auto shows = [](const Node* node) {
+        return isButton(node) && !buttonLabel(*node).empty();
+    };
+    return std::ranges::any_of(
+        roots, [&](const Node& root) { return std::ranges::any_of(flatten(root), shows); });
 }
 
 std::optional<NativeApprovalMatch> approval(const std::vector<Node>& roots)
 {
-    std::vector<Found> found;
-    for (const auto& root : roots)
-        collect(root, {}, found);
-    if (found.size() != 2 || found[0].label == found[1].label)
+    std::vector<Nodes> allows, denies;
+    for (const auto& root : roots) {
+        for (const auto& path : paths(root)) {
+            const auto label =
+                isButton(path.back()) && allVisible(path) ? buttonLabel(*path.back()) : "";
+            if (!label.empty())
+                (label == allow ? allows : denies).push_back(path);
+        }
+    }
+    if (allows.size() != 1 || denies.size() != 1)
         return std::nullopt;
-    const auto& a = (found[0].label == allow ? found[0] : found[1]).path;
-    const auto& d = (found[0].label == allow ? found[1] : found[0]).path;
+    const auto &a = allows[0], &d = denies[0];
     if (a[0]->id != d[0]->id || !a.back()->enabled || !d.back()->enabled)
         return std::nullopt;
-    Nodes common;
-    for (std::size_t at = 0; at < std::min(a.size(), d.size()) && a[at]->id == d[at]->id; ++at)
-        common.push_back(a[at]);
+    Nodes common(a.begin(), std::ranges::mismatch(a, d, {}, &Node::id, &Node::id).in1);
     const NativeApprovalMatch match{
         .windowID = a[0]->id, .allowID = a.back()->id, .denyID = d.back()->id};
     for (std::size_t tried = 0; tried < 5 && tried < common.size(); ++tried) {
         if (auto card = grouped(*common[common.size() - 1 - tried], match))
             return card;
     }
-    return common.empty() ? std::nullopt : flattened(*common.back(), a, d, match);
+    return flattened(*common.back(), a, d, match);
 }
 
 } // namespace notch::oracle

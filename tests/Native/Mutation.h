@@ -62,21 +62,6 @@ inline std::vector<NativeApprovalNode> mutated(std::string text, const Mutations
     return roots;
 }
 
-// A frame rule at its bound, where the card still passes, and one step past it.
-struct FrameRow {
-    std::string rule;
-    std::string atBound;
-    std::string step;
-};
-
-inline Mutations atBounds(const std::vector<FrameRow>& rows)
-{
-    Mutations mutations;
-    for (const auto& row : rows)
-        mutations.push_back(row.atBound);
-    return mutations;
-}
-
 inline Mutations joined(std::initializer_list<Mutations> lists)
 {
     Mutations all;
@@ -93,12 +78,24 @@ void expectMatches(
         EXPECT_EQ(classify(mutated(card, {mutation})).has_value(), wanted) << mutation;
 }
 
-template <class Classify>
-void expectBounds(const std::string& card, const std::vector<FrameRow>& rows, Classify classify)
+// Rows of a geometry table, each "RULE: EDITS" that bring a card to the rule's bound. The rule's
+// name is not part of the change.
+inline Mutations atBounds(Mutations rows)
 {
-    for (const auto& [rule, atBound, step] : rows) {
-        EXPECT_TRUE(classify(mutated(card, {atBound}))) << rule;
-        EXPECT_FALSE(classify(mutated(card, {atBound, step}))) << rule;
+    for (auto& row : rows)
+        row.erase(0, row.find(": ") + 2);
+    return rows;
+}
+
+// The card passes at each bound, and not half a point further in the last of the edits.
+template <class Classify>
+void expectBounds(const std::string& card, const Mutations& rows, Classify classify)
+{
+    for (const auto& bound : atBounds(rows)) {
+        EXPECT_TRUE(classify(mutated(card, {bound}))) << bound;
+        const auto last = bound.substr(bound.rfind(' ') + 1);
+        const auto step = last.substr(0, last.find_first_of("+-") + 1) + "0.5";
+        EXPECT_FALSE(classify(mutated(card, {bound, step}))) << bound << ", " << step;
     }
 }
 

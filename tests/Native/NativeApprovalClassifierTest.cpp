@@ -130,45 +130,22 @@ TEST(NativeApprovalClassifier, acceptsWhatTheRulesPassOver)
     expectMatches(flattenedTree, harmlessRows, true, uniqueMatch);
 }
 
-// By the number of the rule.
-const std::vector<FrameRow> cardGeometry{
-    {"1 low", "allow.h-18 deny.h-18 deny.y-12", "allow.h-0.5"},
-    {"1 high", "allow.h+98 deny.h+98 deny.y+94", "allow.h+0.5"},
-    {"2 right", "deny.x+2", "deny.x+0.5"},
-    {"2 left", "deny.x-2", "deny.x-0.5"},
-    {"3 wide", "deny.w+2", "deny.w+0.5"},
-    {"3 narrow", "deny.w-2", "deny.w-0.5"},
-    {"4 high", "deny.h+2", "deny.h+0.5"},
-    {"4 low", "deny.h-2", "deny.h-0.5"},
-    {"5", "deny.y-5", "deny.y-0.5"},
-    {"6 of 24 points", "deny.y+20", "deny.y+0.5"},
-    {"6 of a button", "allow.h-10 deny.h-10 deny.y+6", "deny.y+0.5"},
-    {"7 right", "title.x+30", "title.x+0.5"},
-    {"7 left", "title.x-30", "title.x-0.5"},
-    {"8", "command.x-2", "command.x-0.5"},
-    {"9", "title.x+10 command.x+30", "command.x+0.5"},
-    {"10", "riskBox.x-212", "riskBox.x-0.5"},
-    {"11", "riskBox.x+89.5", "riskBox.x+0.5"},
-    {"12", "riskBox.y-2", "riskBox.y-0.5"},
-    {"13", "riskBox.h-18 risk.h-18 risk.y+9 riskBox.y+19.5", "riskBox.y+0.5"},
-    {"14", "riskBox.h-17.5 risk.h-17.5 risk.y+8.75 riskBox.y-2", "riskBox.h-0.5"},
-    {"15", "command.y-6", "command.y-0.5"},
-    {"16", "command.y+56 allow.y+56 deny.y+56", "command.y+0.5"},
-    {"17", "command.y+8", "command.y+0.5"},
-    {"18", "allow.y+54 deny.y+54", "allow.y+0.5"},
-    {"19", "title.h+100 command.y+100 allow.y+100 deny.y+100", "title.h+0.5"},
-    {"20", "command.h+100 allow.y+100 deny.y+100", "command.h+0.5"},
-    {"wrapper, left", "risk.x-2", "risk.x-0.5"},
-    {"wrapper, right", "risk.x+2", "risk.x+0.5"},
-    {"wrapper, top", "risk.y-2", "risk.y-0.5"},
-    {"wrapper, bottom", "risk.y+2", "risk.y+0.5"},
-    {"15, text below its wrapper", "risk.y+2 command.y-4", "command.y-0.5"},
-    {"15, wrapper below its text", "risk.h-10 command.y-6", "command.y-0.5"},
-};
+// Each by the number of its rule.
+const Mutations cardBounds{"1: deny.h-18 deny.y-12 allow.h-18", "1: deny.h+98 deny.y+94 allow.h+98",
+    "2: deny.x+2", "2: deny.x-2", "3: deny.w+2", "3: deny.w-2", "4: deny.h+2", "4: deny.h-2",
+    "5: deny.y-5", "6: deny.y+20", "6: allow.h-10 deny.h-10 deny.y+6", "7: title.x+30",
+    "7: title.x-30", "8: command.x-2", "9: title.x+10 command.x+30", "10: riskBox.x-212",
+    "11: riskBox.x+89.5", "12: riskBox.y-2", "13: riskBox.h-18 risk.h-18 risk.y+9 riskBox.y+19.5",
+    "14: risk.h-17.5 risk.y+8.75 riskBox.y-2 riskBox.h-17.5", "15: command.y-6",
+    "16: allow.y+56 deny.y+56 command.y+56", "17: command.y+8", "18: deny.y+54 allow.y+54",
+    "19: command.y+100 allow.y+100 deny.y+100 title.h+100",
+    "20: allow.y+100 deny.y+100 command.h+100", "wrapper left: risk.x-2", "wrapper right: risk.x+2",
+    "wrapper top: risk.y-2", "wrapper bottom: risk.y+2", "15: risk.y+2 command.y-4",
+    "15: risk.h-10 command.y-6"};
 
 TEST(NativeApprovalClassifier, holdsEachFrameRuleToItsBound)
 {
-    expectBounds(flattenedTree, cardGeometry, uniqueMatch);
+    expectBounds(flattenedTree, cardBounds, uniqueMatch);
 }
 
 TEST(NativeApprovalClassifier, agreesWithTheOracleOnEveryTwoChanges)
@@ -179,7 +156,7 @@ TEST(NativeApprovalClassifier, agreesWithTheOracleOnEveryTwoChanges)
     };
     forEachPair(groupedTree, joined({spoiltCards, spoiltGroups, harmlessGroups}), check);
     forEachPair(flattenedTree,
-        joined({spoiltCards, spoiltRows, harmlessRows, atBounds(cardGeometry)}), check);
+        joined({spoiltCards, spoiltRows, harmlessRows, atBounds(cardBounds)}), check);
 }
 
 TEST(NativeApprovalClassifier, holdsTheSizeOfACardToItsLimits)

@@ -126,66 +126,36 @@ TEST(NativeQuestionClassifier, acceptsWhatTheRulesPassOver)
     expectMatches(cardTree, harmlessCards, true, uniqueMatch);
 }
 
-// By the number of the rule.
-const std::vector<FrameRow> cardGeometry{
-    {"1 low", "card*0.375", "previous.h-0.5"},
-    {"1 high", "card*2", "previous.h+0.5"},
-    {"2 wide", "next.w+2", "next.w+0.5"},
-    {"2 narrow", "skip.w-2", "skip.w-0.5"},
-    {"2 high", "skip.h+2 skip.y-1", "skip.h+0.5"},
-    {"2 low", "next.h-2 next.y+1", "next.h-0.5"},
-    {"2 middle", "next.y+2", "next.y+0.5"},
-    {"3 low", "card*0.375 current.h-3.5 current.y+1.75", "current.h-0.5"},
-    {"3 high", "separator.h+12 separator.y-6", "separator.h+0.5"},
-    {"3 wide", "total.w+44 next.x+44 skip.x+44", "total.w+0.5"},
-    {"3 middle", "current.y-2", "current.y-0.5"},
-    {"4", "title.y+12", "title.y+0.5"},
-    {"5", "title.h+488 row1.y+484 row2.y+484", "title.h+0.5"},
-    {"6", "title.w+21", "title.w+0.5"},
-    {"7", "title.w-44", "title.w-0.5"},
-    {"8 low", "row1.h-8 row2.h-8", "row1.h-0.5"},
-    {"8 high", "row1.h+56 row2.y+56 row2.h+56", "row1.h+0.5"},
-    {"9",
-        "title.w-290 previous.x-309 current.w-18 current.x-311 separator.w-8 separator.x-332 "
-        "total.w-18 total.x-343 next.x-366 skip.x-370 row1.w-368 label1.w-380 image1.x-380 "
-        "row2.w-368 label2.w-380 image2.x-380",
-        "row1.w-0.5"},
-    {"10 left", "title.x-4", "title.x-0.5"},
-    {"10 right", "title.x+36 title.w-36", "title.x+0.5"},
-    {"11", "row1.w-66 image1.x-66 row2.w-66 image2.x-66", "row1.w-0.5"},
-    {"12 near", "row1.y-16", "row1.y-0.5"},
-    {"12 far", "row1.y+48 row2.y+48", "row1.y+0.5"},
-    {"13 near", "current.x-5", "current.x-0.5"},
-    {"13 far", "total.x+28 next.x+28 skip.x+28", "total.x+0.5"},
-    {"13 far, last pair", "skip.x+26", "skip.x+0.5"},
-    {"14 left", "row2.x+2", "row2.x+0.5"},
-    {"14 width", "row2.w+2", "row2.w+0.5"},
-    {"14 height", "row2.h-2", "row2.h-0.5"},
-    {"15 near", "row2.y-8", "row2.y-0.5"},
-    {"15 far", "row2.y+24", "row2.y+0.5"},
-    {"group in the window", "card.w+1400", "card.w+0.5"},
-    {"row in the group", "card.w-24", "card.w-0.5"},
-    {"image in its button", "skipImage.x+12", "skipImage.x+0.5"},
-    {"image in its row", "image1.x+10", "image1.x+0.5"},
-    {"number meets label", "label1.x-8", "label1.x-0.5"},
-    {"label meets image", "label1.w+102", "label1.w+0.5"},
-    {"label far from number", "label1.x+32", "label1.x+0.5"},
-    {"number far from the edge", "number1.x+32 label1.x+32", "number1.x+0.5"},
-    {"image far from the edge", "image1.x-30", "image1.x-0.5"},
-    {"number off the line", "number1.y+2", "number1.y+0.5"},
-    {"label off the line", "label1.y-2", "label1.y-0.5"},
-    {"image off the line", "image1.y+2", "image1.y+0.5"},
-};
+// Each by the number of its rule.
+const Mutations cardBounds{"1: card*0.375 previous.h-0", "1: card*2 previous.h+0", "2: next.w+2",
+    "2: skip.w-2", "2: skip.y-1 skip.h+2", "2: next.y+1 next.h-2", "2: next.y+2",
+    "3: card*0.375 current.y+1.75 current.h-3.5", "3: separator.y-6 separator.h+12",
+    "3: next.x+44 skip.x+44 total.w+44", "3: current.y-2", "4: title.y+12",
+    "5: row1.y+484 row2.y+484 title.h+488", "6: title.w+21", "7: title.w-44",
+    "8: row2.h-8 row1.h-8", "8: row2.y+56 row2.h+56 row1.h+56",
+    "9: title.w-290 previous.x-309 current.w-18 current.x-311 separator.w-8 separator.x-332 "
+    "total.w-18 total.x-343 next.x-366 skip.x-370 label1.w-380 image1.x-380 row2.w-368 "
+    "label2.w-380 image2.x-380 row1.w-368",
+    "10: title.x-4", "10: title.w-36 title.x+36", "11: image1.x-66 row2.w-66 image2.x-66 row1.w-66",
+    "12: row1.y-16", "12: row2.y+48 row1.y+48", "13: current.x-5",
+    "13: next.x+28 skip.x+28 total.x+28", "13: skip.x+26", "14: row2.x+2", "14: row2.w+2",
+    "14: row2.h-2", "15: row2.y-8", "15: row2.y+24", "group in the window: card.w+1400",
+    "row in the group: card.w-24", "image in its button: skipImage.x+12",
+    "image in its row: image1.x+10", "number meets label: label1.x-8",
+    "label meets image: label1.w+102", "label far from number: label1.x+32",
+    "number far from the edge: label1.x+32 number1.x+32", "image far from the edge: image1.x-30",
+    "number off the line: number1.y+2", "label off the line: label1.y-2",
+    "image off the line: image1.y+2"};
 
 TEST(NativeQuestionClassifier, holdsEachFrameRuleToItsBound)
 {
-    expectBounds(cardTree, cardGeometry, uniqueMatch);
+    expectBounds(cardTree, cardBounds, uniqueMatch);
 }
 
 TEST(NativeQuestionClassifier, agreesWithTheOracleOnEveryTwoChanges)
 {
     const auto changes =
-        joined({spoiltTitles, spoiltNodes, spoiltTexts, harmlessCards, atBounds(cardGeometry)});
+        joined({spoiltTitles, spoiltNodes, spoiltTexts, harmlessCards, atBounds(cardBounds)});
     forEachPair(cardTree, changes, [](const auto& roots, const std::string& both) {
         ASSERT_EQ(uniqueMatch(roots), oracle::question(roots)) << both;
     });

@@ -32,6 +32,7 @@ bool unsafe(const std::string& text, std::string_view allowedControls);
 std::vector<std::string> distinct(const std::vector<std::string>& texts); // Empty ones left out.
 bool usable(const std::optional<ScreenRect>& frame);
 bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown = 0);
+std::vector<Nodes> paths(const Node& node); // To each node in it, in order.
 Nodes flatten(const Node& node);
 
 } // namespace notch::oracle

@@ -7,11 +7,10 @@
 #include <cmath>
 #include <regex>
 #include <set>
+#include <span>
 
 namespace notch::oracle {
 namespace {
-
-const std::vector<std::string> labels{"上一题", "下一题", "全部跳过"};
 
 bool unsafeText(const std::string& text, std::string_view allowedControls)
 {
@@ -111,33 +110,29 @@ bool near(double a, double b)
     return std::abs(a - b) <= 2;
 }
 
-bool geometry(const std::vector<ScreenRect>& header, const std::vector<ScreenRect>& rows)
+// Of the header's seven and the rows.
+bool geometry(const std::vector<ScreenRect>& frames, const ScreenRect& group)
 {
-    const auto &T = header[0], &P = header[1], &S = header[6], &R = rows[0];
+    const auto &T = frames[0], &P = frames[1], &S = frames[6], &R = frames[7];
     const auto H = P.height, foot = std::max(T.maxY(), S.maxY());
-    for (const auto at : {1U, 5U, 6U}) {
-        if (!near(header[at].width, H) || !near(header[at].height, H))
-            return false;
-    }
-    for (const auto at : {2U, 3U, 4U}) {
-        if (header[at].height < H / 3 || header[at].height > H || header[at].width > 2 * H)
-            return false;
-    }
-    for (std::size_t at = 1; at < 7; ++at) {
-        const auto gap = at < 6 ? header[at + 1].x - header[at].maxX() : 0;
-        if (!near(header[at].midY(), P.midY()) || gap < -1 || gap > H)
-            return false;
-    }
-    for (std::size_t at = 0; at < rows.size(); ++at) {
-        const auto gap = at ? rows[at].y - rows[at - 1].maxY() : 0;
-        if (!near(rows[at].x, R.x) || !near(rows[at].width, R.width)
-            || !near(rows[at].height, R.height) || gap < 0 || gap > H)
+    for (std::size_t at = 1; at < frames.size(); ++at) {
+        const auto& F = frames[at];
+        const bool isNumber = at >= 2 && at <= 4, isRow = at >= 7;
+        const auto gap = isRow ? F.y - (at > 7 ? frames[at - 1].maxY() : F.y)
+                               : F.x - (at > 1 ? frames[at - 1].maxX() : F.x);
+        const bool shaped = isRow
+                              ? near(F.x, R.x) && near(F.width, R.width) && near(F.height, R.height)
+                          : isNumber ? F.height >= H / 3 && F.height <= H && F.width <= 2 * H
+                                     : near(F.width, H) && near(F.height, H);
+        if (!shaped || gap < (isRow ? 0 : -1) || gap > H || !(isRow || near(F.midY(), P.midY()))
+            || !contains(group, F))
             return false;
     }
     return H >= 12 && H <= 64 && std::abs(T.y - P.y) <= H / 2 && T.height <= 16 * H
         && T.maxX() <= P.x + 1 && P.x - T.maxX() <= 2 * H && R.height >= H && R.height <= 3 * H
         && R.width >= 6 * H && R.x <= T.x && T.x - R.x <= R.height && T.maxX() <= R.maxX()
-        && R.x <= P.x && S.maxX() <= R.maxX() && foot <= R.y && R.y - foot <= 2 * H;
+        && R.x <= P.x && S.maxX() <= R.maxX() && foot <= R.y && R.y - foot <= 2 * H
+        && contains(group, T);
 }
 
 std::optional<NativeQuestionMatch> card(const Node& group, std::size_t skipAt, const Node& window)
@@ -149,9 +144,14 @@ std::optional<NativeQuestionMatch> card(const Node& group, std::size_t skipAt, c
         || total < current || !navigation(h[5], "下一题") || !navigation(h[6], "全部跳过")
         || !h[6].enabled || h[1].enabled != (current >= 2) || h[5].enabled != (current < total))
         return std::nullopt;
-    std::vector<ScreenRect> header, rows;
+    NativeQuestionMatch match{window.id, group.id, h[6].id, {}, single(h[0]), current, total};
+    std::vector<ScreenRect> frames;
+    for (const auto& node : std::span(h, 7)) {
+        frames.push_back(*node.frame);
+        std::ranges::transform(flatten(node), std::back_inserter(match.contextNodeIDs), &Node::id);
+    }
     auto at = skipAt + 1;
-    for (; at < group.children.size(); ++at) {
+    for (int rows = 0; at < group.children.size(); ++at) {
         const auto& row = group.children[at];
         const auto& parts = row.children;
         if (row.role != "AXButton" || parts.empty() || parts[0].role != "AXStaticText")
@@ -161,53 +161,23 @@ std::optional<NativeQuestionMatch> card(const Node& group, std::size_t skipAt, c
         if (!shaped
             && std::ranges::none_of(parts[0].texts, [](const auto& t) { return page(t, 20) > 0; }))
             break;
-        if (rows.size() == 20 || !option(row, static_cast<int>(rows.size()) + 1) || !row.enabled)
+        if (++rows > 20 || !option(row, rows) || !row.enabled)
             return std::nullopt;
-        rows.push_back(*row.frame);
+        frames.push_back(*row.frame);
     }
-    if (rows.empty())
+    const auto after = group.children.begin() + static_cast<std::ptrdiff_t>(at);
+    if (frames.size() == 7 || std::any_of(after, group.children.end(), marker)
+        || !geometry(frames, *group.frame))
         return std::nullopt;
-    for (; at < group.children.size(); ++at) {
-        if (marker(group.children[at]))
-            return std::nullopt;
-    }
-    NativeQuestionMatch match{.windowID = window.id, .containerID = group.id, .anchorID = h[6].id};
-    for (std::size_t i = 0; i < 7; ++i) {
-        header.push_back(*h[i].frame);
-        match.contextNodeIDs.push_back(h[i].id);
-        for (const auto& child : h[i].children)
-            match.contextNodeIDs.push_back(child.id);
-    }
-    for (const auto* frames : {&header, &rows}) {
-        for (const auto& frame : *frames) {
-            if (!contains(*group.frame, frame))
-                return std::nullopt;
-        }
-    }
-    if (!geometry(header, rows))
-        return std::nullopt;
-    match.title = single(h[0]);
-    match.currentPage = current;
-    match.totalPages = total;
     return match;
 }
 
-void scan(const Node& node, const Node& window, std::vector<NativeQuestionMatch>& matches)
+bool scanned(const Nodes& path)
 {
-    if ((node.role == "AXWindow" && &node != &window) || !node.visible || !node.enabled
-        || (node.frame && !usable(node.frame)))
-        return;
-    const auto& children = node.children;
-    if (node.role == "AXGroup" && usable(node.frame) && contains(*window.frame, *node.frame)) {
-        for (std::size_t at = 6; at + 1 < children.size(); ++at) {
-            if (children[at].role != "AXButton" || single(children[at]) != "全部跳过")
-                continue;
-            if (auto match = card(node, at, window))
-                matches.push_back(*match);
-        }
-    }
-    for (const auto& child : children)
-        scan(child, window, matches);
+    return std::ranges::all_of(path, [&](const Node* node) {
+        return node->visible && node->enabled && (!node->frame || usable(node->frame))
+            && (node->role == "AXWindow") == (node == path[0]);
+    });
 }
 
 } // namespace
@@ -216,19 +186,26 @@ std::optional<NativeQuestionMatch> question(const std::vector<Node>& roots)
 {
     std::set<std::string> ids;
     std::vector<NativeQuestionMatch> matches;
-    std::vector<int> counts(labels.size());
+    std::multiset<std::string> found;
     for (const auto& root : roots) {
-        for (const auto* node : flatten(root)) {
-            if (node->id.empty() || !ids.insert(node->id).second)
+        for (const auto& path : paths(root)) {
+            const auto& node = *path.back();
+            if (node.id.empty() || !ids.insert(node.id).second)
                 return std::nullopt;
-            for (std::size_t at = 0; at < labels.size(); ++at)
-                counts[at] += node->role == "AXButton"
-                           && std::ranges::find(node->texts, labels[at]) != node->texts.end();
+            for (const auto* label : {"上一题", "下一题", "全部跳过"}) {
+                if (node.role == "AXButton" && std::ranges::count(node.texts, label) > 0)
+                    found.insert(label);
+            }
+            if (node.role != "AXGroup" || !scanned(path) || !usable(root.frame)
+                || !usable(node.frame) || !contains(*root.frame, *node.frame))
+                continue;
+            for (std::size_t skip = 6; skip + 1 < node.children.size(); ++skip) {
+                if (auto match = card(node, skip, root))
+                    matches.push_back(*match);
+            }
         }
-        if (root.role == "AXWindow" && usable(root.frame))
-            scan(root, root, matches);
     }
-    const bool once = std::ranges::all_of(counts, [](int count) { return count == 1; });
+    const bool once = found == std::multiset<std::string>{"上一题", "下一题", "全部跳过"};
     return once && matches.size() == 1 ? std::optional(matches[0]) : std::nullopt;
 }
 
