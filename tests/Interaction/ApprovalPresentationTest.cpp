@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace notch {
 namespace {
 
@@ -32,13 +34,11 @@ TEST(ApprovalPresentation, saysWhatTheToolIsAboutToDo)
         {"Bash", R"({"command":null})", "使用 Bash", nullptr},
         {"Bash", R"({"command":"ls")", "使用 Bash", nullptr},
         {"Bash", R"(["command"])", "使用 Bash", nullptr},
-        {"Bash", "", "使用 Bash", nullptr},
         {"bash", R"({"command":"ls"})", "使用 bash", nullptr},
         {"Read", R"({"command":"ls","x":1})", "读取文件", nullptr},
         {"Write", "{}", "写入文件", nullptr},
         {"Edit", "{}", "修改文件", nullptr},
         {"WebFetch", R"({"description":"d"})", "访问网页", nullptr, "d"},
-        {"read", "{}", "使用 read", nullptr},
         {"mcp__x", R"({"a":1})", "使用 mcp__x", nullptr},
         {"Bash", R"({"command":"rm","n":1})", "确认批量删除", "rm", {}, true, native},
         {"card", R"({"command":"rm"})", "确认批量删除", "rm", {}, false, native},
@@ -58,25 +58,12 @@ TEST(ApprovalPresentation, saysWhatTheToolIsAboutToDo)
 
 TEST(ApprovalPresentation, namesTheProjectByTheLastDirectory)
 {
-    struct Row {
-        const char* cwd;
-        const char* project;
-    };
-    for (const auto& row : {
-             Row{"", "未提供目录"},
-             Row{" \n\t", "未提供目录"},
-             Row{"\u3000\u00A0\u2028", "未提供目录"},
-             Row{"/", "/"},
-             Row{"//", "/"},
-             Row{"/home/a/notch", "notch"},
-             Row{"  /home/a/notch/\n", "notch"},
-             Row{"\u3000/home/a/项目\u3000", "项目"},
-             Row{"/home/a/my notch//", "my notch"},
-             Row{"notch", "notch"},
-         }) {
-        EXPECT_EQ(ApprovalPresentation({.cwd = row.cwd}).project, row.project)
-            << '"' << row.cwd << '"';
-    }
+    const std::map<std::string, std::string> projects{{"", "未提供目录"}, {" \n\t", "未提供目录"},
+        {"\u3000\u00A0\u2028", "未提供目录"}, {"/", "/"}, {"//", "/"}, {"/home/a/notch", "notch"},
+        {"  /home/a/notch/\n", "notch"}, {"\u3000/home/a/项目\u3000", "项目"},
+        {"/home/a/my notch//", "my notch"}, {"notch", "notch"}};
+    for (const auto& [cwd, project] : projects)
+        EXPECT_EQ(ApprovalPresentation({.cwd = cwd}).project, project) << '"' << cwd << '"';
 }
 
 } // namespace

@@ -25,11 +25,6 @@ void expectNoCard(NativeApprovalNode root, bool hasButtons)
 
 // A walk on the call stack would end the process in each of these, and a quadratic one the test's
 // time.
-TEST(HostileTree, deepChainGivesNoMatch)
-{
-    expectNoCard(LargeTree().chain(deep, role::group), false);
-}
-
 TEST(HostileTree, wideListGivesNoMatch)
 {
     LargeTree tree;

@@ -70,7 +70,7 @@ const Mutations spoiltCards{// The buttons.
     // The title.
     "数量 12 => 数量 9", "数量 12 => 数量 012", "数量 12 项，阈值 10 => 数量 0 项，阈值 0",
     "数量 12 => 数量 9223372036854775808", "阈值 10 => 阈值 9223372036854775808",
-    "检测到 => 已检测到", "阈值 10 => 阈值 10 项",
+    "检测到 => 已检测到", "阈值 10 => 阈值 10 项", "阈值 10 => 阈值 010",
     // The risk.
     "高风险命令， => 低风险命令，", "稳定性 => 稳定性 ", "稳定性\" => 稳定性\" \"龘\"",
     // The command.
@@ -115,8 +115,8 @@ const Mutations harmlessGroups{"操作：累计删除数量 12 项，阈值 10 =
     "title-enabled", "chat-visible", "\"请稍候\" => \"\" \" \"", "before box StaticText \" \"",
     "\" rm -rf build\\n\" => \" rm -rf build\\n\" \" rm -rf build\\n\" \"\"", "rm -rf => rm .. -rf",
     "Window #w => Window #v\n  Group -visible\n    Button \"取消删除\"\nWindow #w"};
-const Mutations harmlessRows{"before=Button", "drop after", "in deny Image",
-    "StaticText #command => Group @40,124,400,20\n      StaticText #command"};
+const Mutations harmlessRows{"before=Button", "drop before", "drop after", "，阈值 => ， 阈值",
+    "in deny Image", "StaticText #command => Group @40,124,400,20\n      StaticText #command"};
 
 TEST(NativeApprovalClassifier, refusesACardThatBreaksOneRule)
 {
@@ -141,7 +141,7 @@ const Mutations cardBounds{"1: deny.h-18 deny.y-12 allow.h-18", "1: deny.h+98 de
     "19: command.y+100 allow.y+100 deny.y+100 title.h+100",
     "20: allow.y+100 deny.y+100 command.h+100", "wrapper left: risk.x-2", "wrapper right: risk.x+2",
     "wrapper top: risk.y-2", "wrapper bottom: risk.y+2", "15: risk.y+2 command.y-4",
-    "15: risk.h-10 command.y-6"};
+    "15: title.h-4 risk.h-4 command.y-6"};
 
 TEST(NativeApprovalClassifier, holdsEachFrameRuleToItsBound)
 {

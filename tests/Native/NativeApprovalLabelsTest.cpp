@@ -37,10 +37,10 @@ TEST(NativeApprovalLabels, seesButtonsThatNoCardHas)
             "Button \"\"\n  Group\n    StaticText \"1\"\n    StaticText -visible \"允许本次删除\"",
             "Window\n  StaticText\n    Button \"取消删除\" \"2. 取消删除\""})
         EXPECT_TRUE(hasRecognizableButtons(parseTree(button))) << button;
-    for (const auto* button :
-        {"Button \"允许本次删除\" \"取消删除\"", "Button", "Link \"取消删除\"",
-            "Button \"允许本次删除\" \" \"", "Button\n  StaticText\n    StaticText \"取消删除\"",
-            "Button\n  StaticText \"允许本\"\n  StaticText \"次删除\""})
+    for (const auto* button : {"Button \"允许本次删除\" \"取消删除\"",
+             "Button \"帮助\" \"取消删除\"", "Button", "Link \"取消删除\"",
+             "Button \"允许本次删除\" \" \"", "Button\n  StaticText\n    StaticText \"取消删除\"",
+             "Button\n  StaticText \"允许本\"\n  StaticText \"次删除\""})
         EXPECT_FALSE(hasRecognizableButtons(parseTree(button))) << button;
 }
 

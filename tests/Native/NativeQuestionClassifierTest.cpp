@@ -65,7 +65,7 @@ const Mutations spoiltTitles = titled(
         "a…", "a⋯", "a {{x", "a }}x", "a ${x", "a <placeholder>", "a\tb", "a\u200Db", "a\u2028b"});
 
 // A node that is hidden, disabled, without a frame, or of another role.
-const Mutations spoiltNodes{"w=Group", "w-visible", "w-frame", "w.h-2000", "w.w+1e308 w.w+1e308",
+const Mutations spoiltNodes{"w=Group", "w-visible", "w-frame", "w.h-2000", "w.x+1e308 w.w+1e308",
     "page-visible", "page-enabled", "page=Window", "card=List", "card-visible", "card-enabled",
     "card-frame", "title=Heading", "title-visible", "title-enabled", "title-frame", "next=Link",
     "next-visible", "next-enabled", "next-frame", "nextImage=StaticText", "nextImage-visible",
