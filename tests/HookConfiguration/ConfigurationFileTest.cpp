@@ -3,14 +3,13 @@
 
 // What stands at the file's path, and what the installer and the inspection say of it.
 
-#include "HookConfiguration/HookInstaller.h"
 #include "HookConfiguration/Location.h"
 #include "HookConfiguration/SettingsHookConfiguration.h"
 #include "support/SettingsFile.h"
 #include "support/WatchedFileSystem.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -21,125 +20,78 @@ namespace fs = std::filesystem;
 using Call = WatchedFileSystem::Call;
 using Fault = WatchedFileSystem::Fault;
 
-void install(const std::string& url, const FileSystem& files = FileSystem::real())
+std::string installation(const std::string& url, const FileSystem& files = FileSystem::real())
 {
-    HookInstaller(files).install(url, "/a/N", "quillmoss", HookInstaller::InterceptBash::no);
+    return failureOf([&] { installOwn(url, files); });
 }
 
+// The reason why the file cannot be judged.
 std::string inspection(const std::string& url, const FileSystem& files = FileSystem::real())
 {
+    const std::string ending = " 仅读取，未修改配置。";
     const auto result =
-        SettingsHookConfiguration::inspect(url, "/a/N", QuillMossProfile::quillmoss, files);
-    return result.state == SettingsHookConfiguration::State::invalid ? result.detail : "";
+        SettingsHookConfiguration::inspect(url, ownExecutable, QuillMossProfile::quillmoss, files);
+    const bool invalid = result.state == SettingsHookConfiguration::State::invalid;
+    EXPECT_EQ(result.detail.ends_with(ending), invalid);
+    return invalid ? result.detail.substr(0, result.detail.size() - ending.size()) : "";
 }
 
+void run(const std::string& directory, const std::string& command)
+{
+    EXPECT_EQ(std::system(("cd " + directory + "; " + command).c_str()), 0) << command;
+}
+
+// A command makes it in the settings directory, beside a file of "{}".
 struct Obstacle {
-    const char* name;
-    void (*place)(const SettingsFile& settings);
-    std::string installer;
-    std::string inspector; // Without its ending.
+    const char* command;
+    const char* installer;
+    const char* inspector = "";
 };
 
-const std::string notPlain = "配置必须是当前用户拥有的普通文件，不能为硬链接或超大文件。";
-const std::string notPlainEither = "配置必须是当前用户拥有的普通文件，不能为硬链接或超过 4 MB。";
+constexpr auto notPlain = "配置必须是当前用户拥有的普通文件，不能为硬链接或超大文件。";
+constexpr auto notPlainEither = "配置必须是当前用户拥有的普通文件，不能为硬链接或超过 4 MB。";
+constexpr auto badDirectory = "无法安全打开目录 .quillmoss：Not a directory；符号链接不受支持。";
+constexpr auto badDirectoryEither = "无法安全读取配置目录；请检查权限或符号链接。";
+constexpr auto badLock = "安装锁不是安全的私有文件。";
+constexpr auto publicBackups = "备份目录必须为当前用户私有（0700）。";
 
 const std::vector<Obstacle> obstacles{
-    {"symbolic link",
-        [](const SettingsFile& settings) {
-            std::ofstream(settings.home() + "/target") << "{}";
-            fs::create_symlink(settings.home() + "/target", settings.url());
-        },
+    {"mv settings.json target; ln -s target settings.json",
         "无法安全读取配置文件（符号链接不受支持）。",
         "无法安全读取 settings.json；请检查权限或符号链接。"},
-    {"hard link",
-        [](const SettingsFile& settings) {
-            settings.write("{}");
-            fs::create_hard_link(settings.url(), settings.home() + "/second");
-        },
-        notPlain, notPlainEither},
-    {"FIFO",
-        [](const SettingsFile& settings) { ASSERT_EQ(::mkfifo(settings.url().c_str(), 0600), 0); },
-        notPlain, notPlainEither},
-    {"directory", [](const SettingsFile& settings) { fs::create_directory(settings.url()); },
-        notPlain, notPlainEither},
-    {"one byte over the limit",
-        [](const SettingsFile& settings) {
-            settings.write("{" + std::string(maximumConfigurationBytes - 1, ' ') + "}");
-        },
-        notPlain, notPlainEither},
-    {"linked directory",
-        [](const SettingsFile& settings) {
-            fs::rename(settings.directory(), settings.home() + "/real");
-            fs::create_symlink(settings.home() + "/real", settings.directory());
-        },
-        "无法安全打开目录 .quillmoss：Not a directory；符号链接不受支持。",
-        "无法安全读取配置目录；请检查权限或符号链接。"},
-    {"file in the directory's place",
-        [](const SettingsFile& settings) {
-            fs::remove(settings.directory());
-            std::ofstream(settings.directory()) << "x";
-        },
-        "无法安全打开目录 .quillmoss：Not a directory；符号链接不受支持。",
-        "无法安全读取配置目录；请检查权限或符号链接。"},
-    {"linked lock",
-        [](const SettingsFile& settings) {
-            fs::create_symlink("target", settings.directory() + "/.quillmoss-notch-v1.lock");
-        },
-        "无法安全创建安装锁。", ""},
-    {"lock for everybody",
-        [](const SettingsFile& settings) {
-            const auto lock = settings.directory() + "/.quillmoss-notch-v1.lock";
-            std::ofstream(lock) << "";
-            fs::permissions(lock, fs::perms{0644});
-        },
-        "安装锁不是安全的私有文件。", ""},
-    {"backups for everybody",
-        [](const SettingsFile& settings) {
-            const auto backups = settings.directory() + "/.quillmoss-notch-backups";
-            fs::create_directory(backups);
-            fs::permissions(backups, fs::perms{0755});
-        },
-        "备份目录必须为当前用户私有（0700）。", ""},
-    {"linked backups",
-        [](const SettingsFile& settings) {
-            fs::create_directory(settings.home() + "/elsewhere");
-            fs::create_directory_symlink(
-                settings.home() + "/elsewhere", settings.directory() + "/.quillmoss-notch-backups");
-        },
-        "备份目录不能为符号链接。", ""},
+    {"ln settings.json second", notPlain, notPlainEither},
+    {"rm settings.json; mkfifo settings.json", notPlain, notPlainEither},
+    {"rm settings.json; mkdir settings.json", notPlain, notPlainEither},
+    {"printf '%4194305s' '{}' >settings.json", notPlain, notPlainEither},
+    {"printf '%4194304s' '{}' >settings.json", ""},
+    {"cd ..; mv .quillmoss real; ln -s real .quillmoss", badDirectory, badDirectoryEither},
+    {"cd ..; rm -r .quillmoss; touch .quillmoss", badDirectory, badDirectoryEither},
+    {"ln -s settings.json .quillmoss-notch-v1.lock", "无法安全创建安装锁。"},
+    {"umask 0; touch .quillmoss-notch-v1.lock", badLock},
+    {"mkfifo -m 600 .quillmoss-notch-v1.lock", badLock},
+    {"umask 77; touch second; ln second .quillmoss-notch-v1.lock", badLock},
+    {"mkdir -m 705 .quillmoss-notch-backups", publicBackups},
+    {"mkdir -m 700 real; ln -s real .quillmoss-notch-backups", "备份目录不能为符号链接。"},
 };
 
 TEST(ConfigurationFile, isRefusedWhereItIsNotPlain)
 {
     for (const auto& row : obstacles) {
-        const SettingsFile settings;
-        row.place(settings);
-        EXPECT_EQ(failureOf([&] { install(settings.url()); }), row.installer) << row.name;
-        const auto said = row.inspector.empty() ? "" : row.inspector + " 仅读取，未修改配置。";
-        EXPECT_EQ(inspection(settings.url()), said) << row.name;
-        EXPECT_TRUE(settings.backups().empty()) << row.name;
-        EXPECT_FALSE(fs::exists(settings.home() + "/target")
-                     && SettingsFile::textOf(settings.home() + "/target") != "{}")
-            << row.name;
+        const SettingsFile settings("{}");
+        run(settings.directory(), row.command);
+        EXPECT_EQ(inspection(settings.url()), row.inspector) << row.command;
+        EXPECT_EQ(installation(settings.url()), row.installer) << row.command;
+        EXPECT_EQ(settings.backups().empty(), *row.installer != '\0') << row.command;
     }
 }
 
 TEST(ConfigurationFile, ofSomebodyElseIsRefused)
 {
     const SettingsFile settings("{}");
-    constexpr uid_t somebody = 65534;
-    if (::chown(settings.url().c_str(), somebody, static_cast<gid_t>(-1)) != 0)
+    if (::chown(settings.url().c_str(), 65534, static_cast<gid_t>(-1)) != 0)
         GTEST_SKIP() << "only root can give a file away";
-    EXPECT_EQ(failureOf([&] { install(settings.url()); }), notPlain);
-    EXPECT_EQ(inspection(settings.url()), notPlainEither + " 仅读取，未修改配置。");
-}
-
-TEST(ConfigurationFile, isReadUpToTheLimit)
-{
-    const SettingsFile settings("{" + std::string(maximumConfigurationBytes - 2, ' ') + "}");
-    install(settings.url());
-    EXPECT_EQ(inspection(settings.url()), "");
-    EXPECT_LT(settings.text().size(), 1000U);
+    EXPECT_EQ(installation(settings.url()), notPlain);
+    EXPECT_EQ(inspection(settings.url()), notPlainEither);
 }
 
 TEST(ConfigurationFile, neededAnAbsolutePathWithoutDetours)
@@ -156,58 +108,55 @@ TEST(ConfigurationFile, neededAnAbsolutePathWithoutDetours)
              std::pair{settings.directory() + "/./settings.json", detour},
              std::pair{settings.home() + "//.quillmoss///settings.json", ""},
          })
-        EXPECT_EQ(failureOf([&, &url = url] { install(url); }), message) << url;
+        EXPECT_EQ(installation(url), message) << url;
 }
 
 // What another program does while the file is read.
 TEST(ConfigurationFile, isRefusedWhenItChangesWhileItIsRead)
 {
     struct Row {
-        const char* name;
         std::size_t added;
         const char* installer;
         const char* inspector;
     };
     for (const auto& row : {
-             Row{"grows", 1, "读取时配置发生变化，请重试。", "读取期间配置发生变化，请刷新重试。"},
-             Row{"grows past the limit", maximumConfigurationBytes, "配置文件过大。",
-                 "配置超过 4 MB，未继续读取。"},
+             Row{1, "读取时配置发生变化，请重试。", "读取期间配置发生变化，请刷新重试。"},
+             Row{maximumConfigurationBytes, "配置文件过大。", "配置超过 4 MB，未继续读取。"},
          }) {
         const SettingsFile settings("{}");
-        bool appended = false;
-        const auto appendBeforeReading = [&](const Call& call) {
-            if (call.name == "read" && !std::exchange(appended, true))
+        const WatchedFileSystem growing([&](const Call& call) {
+            if (call.name == "read" && fs::file_size(settings.url()) == 2)
                 std::ofstream(settings.url(), std::ios::app) << std::string(row.added, ' ');
             return Fault{};
-        };
-        const WatchedFileSystem forInspector(appendBeforeReading);
-        EXPECT_EQ(inspection(settings.url(), forInspector),
-            row.inspector + std::string(" 仅读取，未修改配置。"))
-            << row.name;
+        });
+        EXPECT_EQ(inspection(settings.url(), growing), row.inspector);
         settings.write("{}");
-        appended = false;
-        const WatchedFileSystem forInstaller(appendBeforeReading);
-        EXPECT_EQ(failureOf([&] { install(settings.url(), forInstaller); }), row.installer)
-            << row.name;
+        EXPECT_EQ(installation(settings.url(), growing), row.installer);
     }
 }
 
-// The file in hand is still as it was read, but it is no longer the one at the path.
-TEST(ConfigurationFile, isNotReplacedInADirectoryThatWasMoved)
+// Also where the file is already as it should be and nothing is to be written.
+TEST(ConfigurationFile, isLookedAtOnceMoreInTheEnd)
 {
-    for (const bool copied : {false, true}) {
-        const SettingsFile settings("{}");
-        const WatchedFileSystem files([&](const Call& call) {
-            if (call.name == "fsync" && !fs::exists(settings.home() + "/aside")) {
-                fs::rename(settings.directory(), settings.home() + "/aside");
-                if (copied)
-                    fs::copy(settings.home() + "/aside", settings.directory());
-            }
-            return Fault{};
-        });
-        EXPECT_EQ(failureOf([&] { install(settings.url(), files); }), "配置目录发生变化，请重试。");
-        EXPECT_EQ(SettingsFile::textOf(settings.home() + "/aside/settings.json"), "{}");
-    }
+    const auto moved = "配置目录发生变化，请重试。";
+    const auto changed = "配置已被其他程序修改；为防止覆盖，操作已取消。";
+    for (const auto& [command, message] : {
+             std::pair{"mv .quillmoss aside", moved},
+             std::pair{"mv .quillmoss aside; cp -r aside .quillmoss", moved},
+             std::pair{"echo >>.quillmoss/settings.json", changed},
+         })
+        for (const bool installed : {false, true}) {
+            const SettingsFile settings("{}");
+            if (installed)
+                installOwn(settings.url());
+            bool acted = false;
+            const WatchedFileSystem files([&, &act = command](const Call& call) {
+                if (call.name == "fsync" && !std::exchange(acted, true))
+                    run(settings.home(), act);
+                return Fault{};
+            });
+            EXPECT_EQ(installation(settings.url(), files), message) << command;
+        }
 }
 
 TEST(ConfigurationFile, lockedByAnotherIsNotWaitedFor)
@@ -216,10 +165,9 @@ TEST(ConfigurationFile, lockedByAnotherIsNotWaitedFor)
     const auto location =
         Location::open(FileSystem::real(), settings.url(), MissingDirectories::leave);
     withInstallLock(*location, [&] {
-        EXPECT_EQ(failureOf([&] { install(settings.url()); }),
-            "另一次 hook 配置操作正在进行，请稍后重试。");
+        EXPECT_EQ(installation(settings.url()), "另一次 hook 配置操作正在进行，请稍后重试。");
     });
-    EXPECT_EQ(failureOf([&] { install(settings.url()); }), "");
+    EXPECT_EQ(installation(settings.url()), "");
 }
 
 } // namespace

@@ -4,8 +4,6 @@
 #include "HookConfiguration/SettingsHookConfiguration.h"
 
 #include "HookConfiguration/ConfiguredProfiles.h"
-#include "HookConfiguration/HookInstaller.h"
-#include "support/OwnEntries.h"
 #include "support/SettingsFile.h"
 
 #include <gtest/gtest.h>
@@ -13,105 +11,92 @@
 namespace notch {
 namespace {
 
-using State = SettingsHookConfiguration::State;
+using Result = SettingsHookConfiguration;
+using State = Result::State;
 
-constexpr const char* changedDetail =
+const Result changed{State::review,
     "发现本应用命令，但来源、事件或选项有改动，无法确认有效接入。请检查配置；"
-    "安装器不会覆盖手动修改的 Hook。";
-constexpr const char* movedDetail =
-    "Hook 指向其他应用路径，无法确认该路径是否仍有效。请固定本应用位置后更新接入。";
-constexpr const char* installedDetail = "PermissionRequest 命令与当前应用路径、所选版本完全匹配。";
-constexpr const char* incompleteDetail =
-    "发现本应用 Hook，但缺少完整的 PermissionRequest 接入，请检查或更新。";
-constexpr const char* noneDetail = "未发现本应用的完整 PermissionRequest 命令。";
+    "安装器不会覆盖手动修改的 Hook。",
+    false};
+const Result moved{State::reconnect,
+    "Hook 指向其他应用路径，无法确认该路径是否仍有效。请固定本应用位置后更新接入。", false};
+const Result exact{
+    State::installed, "PermissionRequest 命令与当前应用路径、所选版本完全匹配。", false};
+const Result incomplete{
+    State::review, "发现本应用 Hook，但缺少完整的 PermissionRequest 接入，请检查或更新。", false};
+const Result none{State::missing, "未发现本应用的完整 PermissionRequest 命令。", false};
+const Result noFile{State::missing, "尚无 settings.json；确认安装后才会创建。", false};
+const Result noHooks{State::missing, "未发现本应用的 PermissionRequest 配置。", false};
 
-SettingsHookConfiguration inspect(const SettingsFile& settings)
+Result intercepting(Result result)
 {
-    return SettingsHookConfiguration::inspect(
-        settings.url(), ownExecutable, QuillMossProfile::quillmoss);
+    result.interceptBash = true;
+    return result;
 }
 
-struct Row {
-    const char* name;
-    const char* hooks; // What the file's "hooks" holds.
-    State state;
-    std::string detail;
-    std::optional<bool> interceptBash;
-    bool configured = false; // The model counts the edition as configured.
-};
+Result invalid(const std::string& reason)
+{
+    return {State::invalid, reason + " 仅读取，未修改配置。", std::nullopt};
+}
+
+Result inspect(const std::string& url)
+{
+    return Result::inspect(url, ownExecutable, QuillMossProfile::quillmoss);
+}
 
 TEST(SettingsHookConfiguration, judgesByTheFirstRuleThatHolds)
 {
+    struct Row {
+        std::string hooks; // What the file's "hooks" holds.
+        Result result;
+        bool configured = false; // The model counts the edition as configured.
+    };
+    const auto ask = [](const std::string& groups) {
+        return R"({"PermissionRequest":[)" + groups + "]}";
+    };
     for (const auto& row :
         {
-            Row{"exact", R"({"PermissionRequest":[{"hooks":[{"type":"x"},OWN]}]})",
-                State::installed, installedDetail, false, true},
-            Row{"exact, timeout written otherwise",
-                R"({"PermissionRequest":[{"hooks":[{BARE,"timeout":60.0}]}]})", State::installed,
-                installedDetail, false, true},
-            Row{"exact and legacy",
-                R"({"PermissionRequest":[{"hooks":[OWN]}],"PreToolUse":[{"hooks":[OWN],"matcher":"Bash"}]})",
-                State::installed, installedDetail, true, true},
-            Row{"legacy alone", R"({"PreToolUse":[{"hooks":[OWN],"matcher":"Bash"}]})",
-                State::review, incompleteDetail, true},
-            Row{"legacy, no matcher", R"({"PreToolUse":[{"hooks":[OWN]}]})", State::review,
-                changedDetail, true},
-            Row{"exact and moved", R"({"PermissionRequest":[{"hooks":[OWN,OWN_MOVED]}]})",
-                State::reconnect, movedDetail, false, true},
-            Row{"moved and changed",
-                R"({"PermissionRequest":[{"hooks":[OWN_MOVED]},{"hooks":[OWN],"matcher":""}]})",
-                State::review, changedDetail, false},
-            Row{"other edition", R"({"PermissionRequest":[{"hooks":[OWN_AI]}]})", State::review,
-                changedDetail, false},
-            Row{"other timeout", R"({"PermissionRequest":[{"hooks":[{BARE,"timeout":30}]}]})",
-                State::review, changedDetail, false},
-            Row{"another key", R"({"PermissionRequest":[{"hooks":[{BARE,"note":1}]}]})",
-                State::review, changedDetail, false, true},
-            Row{"foreign key of the group", R"({"PermissionRequest":[{"hooks":[OWN],"note":1}]})",
-                State::review, changedDetail, false, true},
-            Row{"other event", R"({"UserPromptSubmit":[{"hooks":[OWN]}]})", State::review,
-                changedDetail, false},
-            Row{"foreign only",
-                R"({"PermissionRequest":[{"hooks":[{"type":"command","command":"x"}]}]})",
-                State::missing, noneDetail, false},
-            Row{"empty", "{}", State::missing, noneDetail, false},
-            Row{"fault", R"({"Stop":1})", State::invalid,
-                "Hook 事件必须包含分组数组。 仅读取，未修改配置。", std::nullopt},
-            Row{"no object", "[]", State::invalid, "hooks 必须是 JSON 对象。 仅读取，未修改配置。",
-                std::nullopt},
+            Row{ask(R"({"hooks":[{"type":"x"},{OWN}]})"), exact, true},
+            Row{ask(R"({"hooks":[]},{"hooks":[{OWN,"timeout":60.0}]})"), exact, true},
+            Row{R"({"PermissionRequest":[{"hooks":[{OWN}]}],)"
+                R"("PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})",
+                intercepting(exact), true},
+            Row{R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})", intercepting(incomplete)},
+            Row{R"({"PreToolUse":[{"hooks":[{OWN}]}]})", intercepting(changed)},
+            Row{ask(R"({"hooks":[{OWN},{OWN_MOVED}]})"), moved, true},
+            Row{ask(R"({"hooks":[{OWN_MOVED}]},{"hooks":[{OWN}],"matcher":""})"), changed},
+            Row{ask(R"({"hooks":[{OWN_AI}]})"), changed},
+            Row{ask(R"({"hooks":[{OWN,"timeout":30}]})"), changed},
+            Row{ask(R"({"hooks":[{OWN,"note":1}]})"), changed, true},
+            Row{ask(R"({"hooks":[{OWN}],"note":1})"), changed, true},
+            Row{R"({"UserPromptSubmit":[{"hooks":[{OWN}]}]})", changed},
+            Row{ask(R"({"hooks":[{OWN,"type":"prompt"}]})"), none},
+            Row{R"({"Stop":1})", invalid("Hook 事件必须包含分组数组。")},
+            Row{"[]", invalid("hooks 必须是 JSON 对象。")},
         }) {
-        const SettingsFile settings(withOwnEntries(std::string(R"({"hooks":)") + row.hooks + "}"));
-        EXPECT_EQ(inspect(settings),
-            (SettingsHookConfiguration{row.state, row.detail, row.interceptBash}))
-            << row.name << ": " << inspect(settings).detail;
+        const SettingsFile settings(withOwnEntries(R"({"hooks":)" + row.hooks + "}"));
+        EXPECT_EQ(inspect(settings.url()), row.result) << row.hooks;
         EXPECT_EQ(holdsApprovalHook(FileSystem::real(), settings.url(), ownExecutable,
                       QuillMossProfile::quillmoss),
             row.configured)
-            << row.name;
+            << row.hooks;
     }
 }
 
 TEST(SettingsHookConfiguration, judgesFilesWithoutHooks)
 {
-    const auto ending = std::string(" 仅读取，未修改配置。");
-    for (const auto& [text, expected] : {
-             std::pair{"{}", SettingsHookConfiguration{State::missing,
-                                 "未发现本应用的 PermissionRequest 配置。", false}},
-             std::pair{"[]", SettingsHookConfiguration{State::invalid,
-                                 "settings.json 必须是 JSON 对象。" + ending, {}}},
-             std::pair{"{", SettingsHookConfiguration{State::invalid,
-                                "settings.json 不是合法 JSON。" + ending, {}}},
-         })
-        EXPECT_EQ(inspect(SettingsFile(text)), expected) << text;
-
-    const SettingsFile none;
-    const auto missing = SettingsHookConfiguration{
-        State::missing, "尚无 settings.json；确认安装后才会创建。", false};
-    EXPECT_EQ(inspect(none), missing);
-    EXPECT_EQ(SettingsHookConfiguration::inspect(
-                  none.directory() + "/none/settings.json", "/a/N", QuillMossProfile::quillmoss),
-        missing);
-    EXPECT_TRUE(std::filesystem::is_empty(none.directory()));
+    const SettingsFile settings;
+    EXPECT_EQ(inspect(settings.url()), noFile);
+    EXPECT_EQ(inspect(settings.directory() + "/none/settings.json"), noFile);
+    EXPECT_TRUE(std::filesystem::is_empty(settings.directory()));
+    for (const auto& [text, result] : {
+             std::pair{"{}", noHooks},
+             std::pair{"[]", invalid("settings.json 必须是 JSON 对象。")},
+             std::pair{"{", invalid("settings.json 不是合法 JSON。")},
+         }) {
+        settings.write(text);
+        EXPECT_EQ(inspect(settings.url()), result) << text;
+    }
 }
 
 } // namespace

@@ -4,20 +4,10 @@
 // Any bytes at all: no crash, and what is read survives being written and read again.
 
 #include "Foundation/Json.h"
+#include "Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {

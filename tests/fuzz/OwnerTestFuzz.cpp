@@ -5,22 +5,16 @@
 // any path that it accepts is found again in the command line made for it.
 
 #include "HookConfiguration/HookInstaller.h"
+#include "Require.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 namespace {
 
 using notch::HookInstaller;
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 std::optional<HookInstaller::CommandArguments> ownedArguments(std::string_view command)
 {

@@ -3,20 +3,10 @@
 
 // Any bytes on a turn-end hook's stdin: nothing, or an event that every receiver accepts.
 
+#include "Require.h"
 #include "TurnEnd/CompletionEvent.h"
 
 #include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size)
 {

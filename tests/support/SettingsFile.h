@@ -3,14 +3,15 @@
 
 #pragma once
 
+#include "Foundation/Json.h"
 #include "HookConfiguration/HookInstaller.h"
 #include "support/TemporaryDirectory.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace notch {
@@ -61,7 +62,6 @@ private:
         if (std::filesystem::exists(directory))
             for (const auto& entry : std::filesystem::directory_iterator(directory))
                 found.push_back(entry.path().filename());
-        std::ranges::sort(found);
         return found;
     }
 
@@ -78,6 +78,52 @@ template <class Operation> std::string failureOf(const Operation& operation)
     } catch (const HookInstaller::Failure& failure) {
         return failure.message;
     }
+}
+
+inline constexpr const char* ownExecutable = "/a/QuillMossNotch";
+
+// The text with these words replaced by the members of a hook object, to which a row may add its
+// own: OWN is the own approval hook of the first edition, OWN_AI that of the second; TURN is the
+// own turn-end hook, TURN_PROBE its other variant; …_MOVED are those of a copy at another path.
+inline std::string withOwnEntries(std::string text)
+{
+    using Variant = HookInstaller::CompletionVariant;
+    const auto members = [](const std::string& command, const char* timeout) {
+        return R"("type":"command","command":)" + Json(command).compact() + R"(,"timeout":)"
+             + timeout;
+    };
+    const auto approval = [&](const char* path, const char* source) {
+        return members(HookInstaller::approvalCommand(path, source), "60");
+    };
+    const auto turnEnd = [&](const char* path, Variant variant) {
+        return members(HookInstaller::completionCommand(path, variant), "2");
+    };
+    for (const auto& [word, replacement] : {
+             std::pair{"OWN_AI", approval(ownExecutable, "quillmossAI")},
+             std::pair{"OWN_MOVED", approval("/b/N", "quillmoss")},
+             std::pair{"OWN", approval(ownExecutable, "quillmoss")},
+             std::pair{"TURN_PROBE", turnEnd(ownExecutable, Variant::probe)},
+             std::pair{"TURN_MOVED", turnEnd("/b/N", Variant::normal)},
+             std::pair{"TURN", turnEnd(ownExecutable, Variant::normal)},
+         })
+        for (auto at = text.find(word); at != text.npos; at = text.find(word))
+            text.replace(at, std::string_view(word).size(), replacement);
+    return text;
+}
+
+// A change of the file at this path; the backup's path.
+using SettingsChange = std::string (*)(const std::string& url, const FileSystem& files);
+
+inline std::string installOwn(const std::string& url, const FileSystem& files = FileSystem::real())
+{
+    return HookInstaller(files).install(
+        url, ownExecutable, "quillmoss", HookInstaller::InterceptBash::no);
+}
+
+inline std::string uninstallOwn(
+    const std::string& url, const FileSystem& files = FileSystem::real())
+{
+    return HookInstaller(files).uninstall(url);
 }
 
 } // namespace notch

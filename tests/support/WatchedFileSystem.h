@@ -5,7 +5,9 @@
 
 #include "HookConfiguration/FileSystem.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <functional>
 #include <string_view>
 #include <utility>
@@ -22,7 +24,7 @@ public:
     };
     struct Fault {
         int systemErrno = 0; // Not 0: the call does nothing and fails with it.
-        std::size_t atMost = 0; // Not 0: a read or write moves no more bytes than this.
+        std::size_t atMost = SIZE_MAX; // A read or write moves no more bytes than this.
     };
     using Watch = std::function<Fault(const Call&)>;
 
@@ -31,82 +33,70 @@ public:
         : watch_(std::move(watch))
     {
     }
-    int calls() const { return calls_; }
 
     int open(const char* path, int flags) const override
     {
-        return unlessFaulted<int>("open", [&] { return FileSystem::open(path, flags); });
+        return watched("open", [&] { return FileSystem::open(path, flags); });
     }
     int openat(int directory, const char* name, int flags, mode_t mode) const override
     {
-        return unlessFaulted<int>(
-            "openat", [&] { return FileSystem::openat(directory, name, flags, mode); });
+        return watched("openat", [&] { return FileSystem::openat(directory, name, flags, mode); });
     }
     int mkdirat(int directory, const char* name, mode_t mode) const override
     {
-        return unlessFaulted<int>(
-            "mkdirat", [&] { return FileSystem::mkdirat(directory, name, mode); });
+        return watched("mkdirat", [&] { return FileSystem::mkdirat(directory, name, mode); });
     }
     int fstat(int fd, struct stat* status) const override
     {
-        return unlessFaulted<int>("fstat", [&] { return FileSystem::fstat(fd, status); });
+        return watched("fstat", [&] { return FileSystem::fstat(fd, status); });
     }
     ssize_t read(int fd, void* buffer, std::size_t size) const override
     {
-        return unlessFaulted<ssize_t>(
-            "read", [&] { return FileSystem::read(fd, buffer, limited(size)); });
+        return watched("read", [&] { return FileSystem::read(fd, buffer, limited(size)); });
     }
     ssize_t write(int fd, const void* bytes, std::size_t size) const override
     {
-        return unlessFaulted<ssize_t>(
-            "write", [&] { return FileSystem::write(fd, bytes, limited(size)); });
+        return watched("write", [&] { return FileSystem::write(fd, bytes, limited(size)); });
     }
     int fsync(int) const override
     {
-        return unlessFaulted<int>("fsync", [] { return 0; });
+        return watched("fsync", [] { return 0; });
     }
     int flock(int fd, int operation) const override
     {
-        return unlessFaulted<int>("flock", [&] { return FileSystem::flock(fd, operation); });
+        return watched("flock", [&] { return FileSystem::flock(fd, operation); });
     }
     int renameat(int directory, const char* from, const char* to) const override
     {
-        return unlessFaulted<int>(
-            "renameat", [&] { return FileSystem::renameat(directory, from, to); });
+        return watched("renameat", [&] { return FileSystem::renameat(directory, from, to); });
     }
     int renameExclusively(int directory, const char* from, const char* to) const override
     {
-        return unlessFaulted<int>("renameExclusively",
+        return watched("renameExclusively",
             [&] { return FileSystem::renameExclusively(directory, from, to); });
     }
     int linkat(int directory, const char* from, const char* to) const override
     {
-        return unlessFaulted<int>(
-            "linkat", [&] { return FileSystem::linkat(directory, from, to); });
+        return watched("linkat", [&] { return FileSystem::linkat(directory, from, to); });
     }
     int unlinkat(int directory, const char* name) const override
     {
-        return unlessFaulted<int>(
-            "unlinkat", [&] { return FileSystem::unlinkat(directory, name); });
+        return watched("unlinkat", [&] { return FileSystem::unlinkat(directory, name); });
     }
 
 private:
-    template <class Answer, class Real>
-    Answer unlessFaulted(std::string_view name, const Real& real) const
+    template <class Real>
+    auto watched(std::string_view name, const Real& real) const -> decltype(real())
     {
-        ++calls_;
-        fault_ = watch_ ? watch_({calls_, name}) : Fault{};
+        fault_ = watch_({++calls_, name});
         if (fault_.systemErrno == 0)
             return real();
         errno = fault_.systemErrno;
         return -1;
     }
-    std::size_t limited(std::size_t size) const
-    {
-        return fault_.atMost == 0 || size < fault_.atMost ? size : fault_.atMost;
-    }
+    std::size_t limited(std::size_t size) const { return std::min(size, fault_.atMost); }
 
-    Watch watch_;
+    Watch watch_ = [](const Call&) { return Fault{}; };
     mutable Fault fault_;
     mutable int calls_ = 0;
 };
