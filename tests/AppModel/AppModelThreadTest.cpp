@@ -33,8 +33,12 @@ TEST(AppModelThreads, takeCallbacksFromAnywhereAndNoneAfterItsEnd)
     });
     while (!model->state().lastHookAt)
         outside.time.runPosted();
+    outside.server.callbacks.onRequest(outside.hookRequest("late")); // Posted, and not run yet.
+    outside.monitor.callbacks.onStatus("late");
+    model->openHost({});
     model.reset();
     outside.calls.clear();
+    outside.workspace.openFailed();
     bridge.join();
     monitor.join();
     outside.time.advance(Seconds{5});

@@ -4,23 +4,113 @@
 #pragma once
 
 #include "Interaction/NotchInteraction.h"
+#include "support/TracePlayer.h"
 
-#include <string>
-#include <string_view>
+#include <array>
+#include <cstdio>
 
 namespace notch {
 
-// Plays the operations of a trace on a fresh NotchInteraction and writes the state behind each:
+constexpr std::array<std::string_view, 5> receiptNames{
+    "allowed", "denied", "returned", "expired", "unavailable"};
+
+// Open or closed; the queue with the current request in brackets; the readiness as given; then
+// inside, blocked, details, and the receipt.
+inline std::string printed(const NotchInteraction& interaction, const std::string& readiness)
+{
+    const auto current = interaction.currentID();
+    std::string text = interaction.expanded() ? "open" : "closed";
+    for (const auto& request : interaction.requests()) {
+        const auto shown = request.source == "demo" ? "demo" : request.id;
+        text += request.id == current ? " [" + shown + ']' : ' ' + shown;
+    }
+    text += interaction.selectedID() == current ? "" : " selected otherwise";
+    text += readiness;
+    text += interaction.pointerInside() ? " inside" : "";
+    text += interaction.hoverBlockedUntilExit() ? " blocked" : "";
+    text += interaction.showAllParameters ? " details" : "";
+    if (const auto& receipt = interaction.feedback()) {
+        text += " receipt " + std::string(receiptNames.at(static_cast<std::size_t>(receipt->kind)));
+        text += receipt->isDemo ? " demo" : "";
+        text += receipt->isNative ? " native" : "";
+    }
+    return text;
+}
+
+// Plays operations on a NotchInteraction and writes the state behind each:
 //
 //   at 0.00 receive A until 50  | yes  open [A] ready 0.45
 //
 // Operations: at T, receive [native|question|foreign] ID until T, enter, leave, expand, collapse,
 // select ID, can ID, finish ID KIND [demo], gone ID, dismiss, details.
 // Times are in seconds from an arbitrary start.
-std::string playTrace(std::string_view trace);
+class InteractionPlayer final : public TracePlayer {
+public:
+    InteractionPlayer()
+    {
+        operations_ = {
+            {"at", [this] { now_ = moment(); }},
+            {"receive", [this] { answer(interaction_.receive(request(), now_)); }},
+            {"enter", [this] { answer(interaction_.pointerEntered()); }},
+            {"leave", [this] { interaction_.pointerLeft(); }},
+            {"expand", [this] { interaction_.expand(now_); }},
+            {"collapse", [this] { interaction_.collapse(); }},
+            {"select", [this] { interaction_.select(next(), now_); }},
+            {"can", [this] { answer(interaction_.canDecide(next(), now_)); }},
+            {"finish", [this] { finish(); }},
+            {"gone", [this] { interaction_.disconnected(next(), now_); }},
+            {"dismiss", [this] { interaction_.dismissFeedback(now_); }},
+            {"details", [this] { interaction_.showAllParameters = true; }},
+        };
+    }
 
-// Open or closed; the queue with the current request in brackets; the readiness as given; then
-// inside, blocked, details, and the receipt.
-std::string printed(const NotchInteraction& interaction, const std::string& readiness);
+private:
+    Date moment() { return start + Seconds{next<double>()}; }
+
+    ApprovalRequest request()
+    {
+        ApprovalRequest request{.toolName = "Bash", .eventName = "PermissionRequest"};
+        request.id = next();
+        if (request.id == "native")
+            request.eventName = nativeApprovalEventName;
+        else if (request.id == "question")
+            request.toolName = "AskUserQuestion";
+        else if (request.id == "foreign")
+            request.eventName = "Stop";
+        if (request.id.size() > 1)
+            request.id = next();
+        next(); // "until"
+        request.expiresAt = moment();
+        return request;
+    }
+
+    void finish()
+    {
+        const auto id = next();
+        const auto kind = std::ranges::find(receiptNames, next()) - receiptNames.begin();
+        interaction_.finish(
+            id, static_cast<NotchInteraction::Feedback::Kind>(kind), next() == "demo");
+    }
+
+    std::string stateText() override
+    {
+        if (interaction_.readyAt() == Date::distantFuture())
+            return printed(interaction_, " ready never");
+        std::array<char, 32> ready{};
+        const auto seconds = (interaction_.readyAt() - start).count();
+        std::snprintf(ready.data(), ready.size(), " ready %.2f", seconds);
+        return printed(interaction_, ready.data());
+    }
+
+    static constexpr Date start{0}; // Exact, so that a guard's end can be hit exactly.
+
+    Date now_ = start;
+    NotchInteraction interaction_;
+};
+
+inline std::string playTrace(std::string_view trace)
+{
+    return InteractionPlayer().played(trace);
+}
 
 } // namespace notch
