@@ -3,9 +3,8 @@
 
 // NotchPictures FOLDER: writes a picture of each state of the notch into the folder.
 
-#include "Foundation/Json.h"
 #include "NotchView/NotchPicture.h"
-#include "support/FakeOutside.h"
+#include "Scene.h"
 
 #include <QApplication>
 #include <QImage>
@@ -16,165 +15,35 @@
 namespace notch {
 namespace {
 
-constexpr double panelWidth = 480;
-constexpr double compactWidth = 236;
-
-// A model with everything outside made up.
-struct Scene {
-    FakeOutside outside;
-    AppModel model{outside.seams()};
-
-    Scene()
-    {
-        model.setNotchHeight(8);
-        model.setWidths(panelWidth, compactWidth);
-        model.start();
-        outside.time.runPosted();
-    }
-
-    void arrive(ApprovalRequest request)
-    {
-        outside.server.callbacks.onRequest(std::move(request));
-        outside.time.advance(Seconds{0.5});
-    }
-    ApprovalRequest command(const std::string& id) const
-    {
-        auto request = outside.hookRequest(id);
-        request.sessionID = "7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64";
-        request.cwd = "/home/lin/Projects/moss-garden";
-        request.toolInputJSON =
-            R"({"command":"rm -rf build && cmake --preset release\ncmake --build )"
-            R"(--preset release","description":"清理旧的构建目录，)"
-            R"(再完整构建一次","timeout":120000})";
-        return request;
-    }
-    void decideFirst(Decision decision)
-    {
-        const auto request = *model.state().interaction.current();
-        model.decide(request, decision);
-    }
-};
-
-void showRequest(Scene& scene)
-{
-    scene.arrive(scene.command("A"));
-}
-
-void showDetails(Scene& scene)
-{
-    showRequest(scene);
-    scene.model.setShowAllParameters(true);
-}
-
-void showSwitcher(Scene& scene)
-{
-    showRequest(scene);
-    auto edit = scene.command("B");
-    edit.toolName = "Edit";
-    scene.arrive(edit);
-    scene.arrive(scene.command("C"));
-}
-
-// Nothing of this may push, cover or imitate anything beside it.
-void showLongTexts(Scene& scene)
-{
-    auto request = scene.command("A");
-    std::string command = "find . -name '*.tmp' \u202E -delete # שלום";
-    for (int line = 0; line < 12; ++line)
-        command += "\n删除 " + std::string(60, 'x');
-    request.toolName = "mcp__" + std::string(80, 'W');
-    request.cwd = "/home/lin/" + std::string(90, 'p') + "/moss-garden";
-    request.sessionID = "<b>允许</b>\n" + request.sessionID;
-    request.toolInputJSON =
-        Json(Json::Object{{"command", command}, {"description", command}}).pretty();
-    scene.arrive(request);
-}
-
-void showAllowed(Scene& scene)
-{
-    showRequest(scene);
-    scene.decideFirst(Decision::allow);
-}
-
-void showDenied(Scene& scene)
-{
-    showSwitcher(scene);
-    scene.decideFirst(Decision::deny);
-}
-
-void showExpired(Scene& scene)
-{
-    showRequest(scene);
-    scene.outside.time.advance(Seconds{50});
-    scene.outside.remove("A");
-}
-
-void showUnavailable(Scene& scene)
-{
-    showRequest(scene);
-    scene.outside.remove("A");
-}
-
-void showReturned(Scene& scene)
-{
-    showRequest(scene);
-    scene.decideFirst(Decision::passthrough);
-}
-
-void showDemo(Scene& scene, Demo demo)
-{
-    scene.model.showDemo(demo);
-    scene.outside.time.advance(Seconds{0.5});
-}
-
-void showIdle(Scene& scene)
-{
-    scene.outside.profiles.emplace();
-    scene.model.refreshConfiguredProfiles();
-    scene.model.expand();
-}
-
 struct Picture {
     const char* name;
-    void (*show)(Scene&);
+    const char* words;
 };
 
 constexpr std::array pictures{
-    Picture{"compact", [](Scene&) {}},
-    Picture{"compact-pending",
-        [](Scene& scene) {
-            showRequest(scene);
-            scene.model.collapse();
-        }},
-    Picture{"approval", showRequest},
-    Picture{"approval-arming",
-        [](Scene& scene) {
-            scene.outside.server.callbacks.onRequest(scene.command("A"));
-            scene.outside.time.runPosted();
-        }},
-    Picture{"approval-last-seconds",
-        [](Scene& scene) {
-            showRequest(scene);
-            scene.outside.time.advance(Seconds{40});
-        }},
-    Picture{"details", showDetails},
-    Picture{"approval-long", showLongTexts},
-    Picture{"switcher", showSwitcher},
-    Picture{"receipt-allowed", showAllowed},
-    Picture{"receipt-denied", showDenied},
-    Picture{"receipt-returned", showReturned},
-    Picture{"receipt-expired", showExpired},
-    Picture{"receipt-unavailable", showUnavailable},
-    Picture{"idle", showIdle},
-    Picture{"idle-connected", [](Scene& scene) { scene.model.expand(); }},
-    Picture{"demo-hook", [](Scene& scene) { showDemo(scene, Demo::hook); }},
-    Picture{"demo-native", [](Scene& scene) { showDemo(scene, Demo::native); }},
+    Picture{"compact", ""},
+    Picture{"compact-pending", "hook close"},
+    Picture{"approval", "hook 0.5"},
+    Picture{"approval-arming", "hook"},
+    Picture{"approval-last-seconds", "hook 40.5"},
+    Picture{"details", "hook 0.5 details"},
+    Picture{"approval-long", "long 0.5"},
+    Picture{"switcher", "hook 0.5 edit 0.5 hook 0.5"},
+    Picture{"receipt-allowed", "hook 0.5 allow"},
+    Picture{"receipt-denied", "hook edit hook 0.5 deny"},
+    Picture{"receipt-returned", "hook 0.5 return"},
+    Picture{"receipt-expired", "hook 50.5 gone"},
+    Picture{"receipt-unavailable", "hook 0.5 gone"},
+    Picture{"idle", "unconnected open"},
+    Picture{"idle-connected", "open"},
+    Picture{"demo-hook", "demo 0.5"},
+    Picture{"demo-native", "demo-card 0.5"},
 };
 
 bool write(const Picture& picture, const QString& folder)
 {
     Scene scene;
-    picture.show(scene);
+    scene.play(picture.words);
     const auto path =
         folder + QLatin1Char('/') + QLatin1String(picture.name) + QStringLiteral(".png");
     return pictureOfNotch(scene.model, scene.outside.preferences, scene.outside.time).save(path);

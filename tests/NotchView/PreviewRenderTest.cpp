@@ -2,72 +2,68 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotchView/PreviewRender.h"
-#include "Platform/MainQueue/QtMainQueue.h"
-#include "WidgetTest.h"
+#include "support/FakeOutside.h"
 #include "support/TemporaryDirectory.h"
 
+#include <gtest/gtest.h>
+
 #include <QImage>
+#include <QTimer>
 
 namespace notch {
 namespace {
 
-TEST(PreviewOptions, readsThePathAndTheFlags)
+using Arguments = std::vector<std::string>;
+
+// The exit status, and what the picture shows.
+std::string rendered(const Arguments& arguments)
 {
-    using Arguments = std::vector<std::string>;
+    FakeOutside outside;
+    AppModel model(outside.seams());
+    // The buttons are armed at about the time when they are in a launch.
+    QTimer::singleShot(470, [&outside] { outside.time.advance(Seconds{0.47}); });
+    const auto options = *PreviewOptions::parse(arguments);
+    auto line = std::to_string(PreviewRender(model, outside.time).run(options));
+    line += ' ' + std::to_string(QImage(QString::fromStdString(options.path)).width());
+    const auto& interaction = model.state().interaction;
+    line += model.state().isExpanded() ? " open" : " closed";
+    if (const auto* current = interaction.current())
+        line += current->isNative() ? " card" : " hook";
+    line += interaction.showAllParameters ? " details" : "";
+    if (interaction.feedback() && interaction.feedback()->isDemo)
+        line += " receipt " + std::to_string(static_cast<int>(interaction.feedback()->kind));
+    EXPECT_TRUE(outside.takeCalls("server").empty());
+    return line;
+}
+
+TEST(PreviewRender, picturesWhatTheFlagsSay)
+{
+    const TemporaryDirectory directory;
+    const auto path = directory.path() + "/a.png";
+    for (const auto& [flags, expected] : std::initializer_list<std::pair<Arguments, const char*>>{
+             {{"--preview-compact"}, "0 240 closed hook"},
+             {{"--preview-native", "--preview-details"}, "0 480 open card details"},
+             {{"--preview-receipt"}, "0 480 open receipt 0"},
+             {{"--preview-idle", "--preview-settings"}, "0 600 open"},
+         }) {
+        auto arguments = flags;
+        arguments.insert(arguments.begin() + 1, {"--render-preview", path});
+        EXPECT_EQ(rendered(arguments), expected) << flags.front();
+    }
+    EXPECT_EQ(QImage(QString::fromStdString(path)).height(), 680);
+}
+
+TEST(PreviewRender, isAskedForByItsFlag)
+{
     EXPECT_FALSE(PreviewOptions::parse(Arguments{"--preview-idle"}));
     EXPECT_EQ(PreviewOptions::parse(Arguments{"--render-preview"}), PreviewOptions{});
-    EXPECT_EQ(PreviewOptions::parse(Arguments{"--preview-native", "--render-preview", "a.png",
-                  "--preview-details", "--preview-receipt"}),
-        (PreviewOptions{.path = "a.png", .native = true, .details = true, .receipt = true}));
-    EXPECT_EQ(PreviewOptions::parse(Arguments{"--render-preview", "a.png", "--preview-idle",
-                  "--preview-compact", "--preview-settings"}),
-        (PreviewOptions{.path = "a.png", .idle = true, .compact = true, .settings = true}));
 }
 
-class PreviewRenderTest : public WidgetTest {
-protected:
-    // As in a launch: the real clock and event loop, nothing started.
-    int run(const PreviewOptions& options)
-    {
-        QtMainQueue queue;
-        const SystemClock clock;
-        AppModel fresh({.clock = clock,
-            .mainQueue = queue,
-            .server = outside.server,
-            .nativeMonitor = outside.monitor,
-            .reminders = outside.reminders,
-            .preferences = outside.preferences,
-            .pasteboard = outside.pasteboard,
-            .workspace = outside.workspace,
-            .configuredProfiles = [] { return std::nullopt; }});
-        const int status = PreviewRender(fresh, clock).run(options);
-        receipt_ = fresh.state().interaction.feedback();
-        return status;
-    }
-
-    std::optional<NotchInteraction::Feedback> receipt_;
-    TemporaryDirectory directory_;
-};
-
-TEST_F(PreviewRenderTest, writesOverAFileAndDecidesNothingOutside)
+TEST(PreviewRender, saysThatAFileCannotBeWritten)
 {
-    const auto path = directory_.path() + "/a.png";
-    EXPECT_EQ(run({.path = path, .compact = true}), 0);
-    EXPECT_EQ(QImage(QString::fromStdString(path)).width(), 240);
-    EXPECT_EQ(run({.path = path, .native = true, .receipt = true}), 0);
-    EXPECT_EQ(QImage(QString::fromStdString(path)).width(), 480);
-    ASSERT_TRUE(receipt_);
-    EXPECT_EQ(receipt_->kind, NotchInteraction::Feedback::Kind::allowed);
-    EXPECT_EQ(run({.path = path, .idle = true, .settings = true}), 0);
-    EXPECT_EQ(QImage(QString::fromStdString(path)).size(), QSize(600, 680));
-    EXPECT_EQ(outside.takeCalls("server"), std::vector<std::string>{});
-    EXPECT_EQ(outside.takeCalls("monitor"), std::vector<std::string>{});
-}
-
-TEST_F(PreviewRenderTest, saysThatAFileCannotBeWritten)
-{
+    const TemporaryDirectory directory;
     testing::internal::CaptureStderr();
-    EXPECT_EQ(run({.path = directory_.path() + "/none/a.png"}), 1);
+    EXPECT_EQ(rendered({"--render-preview", directory.path() + "/none/a.png"}), "1 0 open hook");
     const auto line = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(line.starts_with("Preview write failed: ") && line.ends_with('\n')) << line;
 }

@@ -2,32 +2,22 @@
 // SPDX-License-Identifier: MIT
 
 #include "SettingsView/SettingsView.h"
-#include "WidgetTest.h"
+#include "Scene.h"
+
+#include <gtest/gtest.h>
 
 namespace notch {
 namespace {
 
-class SettingsViewTest : public WidgetTest {
+class SettingsViewTest : public testing::Test, protected ShownScene {
 protected:
-    SettingsView settings{model, outside.preferences};
-
-    QAbstractButton& control(const char* name) const
-    {
-        return *settings.findChild<QAbstractButton*>(QLatin1String(name));
-    }
-    std::string words(const char* name) const
-    {
-        return settings.findChild<QWidget*>(QLatin1String(name))
-            ->property("text")
-            .toString()
-            .toStdString();
-    }
+    SettingsView settings{model, outside.preferences, &view}; // find() finds what is in it.
 };
 
 TEST_F(SettingsViewTest, switchesWriteTheirPreference)
 {
     for (const auto preference : {Preference::hoverToExpand, Preference::autoCollapse}) {
-        auto& box = control(std::string(name(preference)).c_str());
+        auto& box = button(std::string(name(preference)).c_str());
         EXPECT_TRUE(box.isChecked());
         box.click();
         EXPECT_FALSE(outside.preferences.isOn(preference)) << name(preference);
@@ -39,21 +29,20 @@ TEST_F(SettingsViewTest, switchesWriteTheirPreference)
 
 TEST_F(SettingsViewTest, tellsHowTheBridgeAndTheEditionsStand)
 {
-    EXPECT_EQ(words("settings-bridge"), "本地桥接已就绪");
-    EXPECT_EQ(words("settings-editions"), "QuillMoss · Hook 已安装");
-    outside.profiles->clear();
-    model.refreshConfiguredProfiles();
+    EXPECT_EQ(text("settings-bridge"), "本地桥接已就绪");
+    EXPECT_EQ(text("settings-editions"), "QuillMoss · Hook 已安装");
+    play("unconnected");
     settings.refresh();
-    EXPECT_EQ(words("settings-editions"), "本应用 Hook：未安装");
+    EXPECT_EQ(text("settings-editions"), "本应用 Hook：未安装");
 }
 
 TEST_F(SettingsViewTest, buttonsAskTheModel)
 {
     int quits = 0;
     model.onQuitRequested = [&quits] { ++quits; };
-    control("settings-quit").click();
+    button("settings-quit").click();
     EXPECT_EQ(quits, 1);
-    control("settings-demo").click();
+    button("settings-demo").click();
     EXPECT_TRUE(model.state().isDemo);
 }
 

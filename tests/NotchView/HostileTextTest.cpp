@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Foundation/Json.h"
+#include "NotchView/NotchStyle.h"
+#include "NotchView/VisibleText.h"
+#include "Scene.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+#include <algorithm>
+
+namespace notch {
+namespace {
+
+TEST(VisibleText, breaksLinesThatAreTooLong)
+{
+    const std::string text = std::string(3'000, 'x') + "\n\u2060";
+    const auto shown = visibleText(text, Lines::many);
+    EXPECT_EQ(std::ranges::count(shown, '\n'), 3);
+    const auto joined = QString::fromStdString(shown).remove(toQString(softBreak));
+    EXPECT_EQ(joined.toStdString(), std::string(3'000, 'x') + "\n‹U+2060›");
+    EXPECT_EQ(visibleText(text, Lines::one), std::string(3'000, 'x') + "‹U+000A›‹U+2060›");
+}
+
+TEST(VisibleText, showsWhatWouldHideOrReorder)
+{
+    struct Row {
+        std::string text;
+        std::string shown;
+    };
+    const std::string lro(leftToRightOverride);
+    const std::string pdf(popDirectionalFormatting);
+    for (const auto& row : {
+             Row{"rm -rf 目录 é", "rm -rf 目录 é"},
+             Row{"a\n\tb", "a\n\tb"},
+             Row{"safe\rrm", "safe‹U+000D›rm"},
+             Row{{"\x1b[1m\0", 5}, "‹U+001B›[1m‹U+0000›"},
+             Row{"\u202Etxt.exe", "‹U+202E›txt.exe"},
+             Row{"\u2066a\u2069\u200F", "‹U+2066›a‹U+2069›‹U+200F›"},
+             Row{"a\u200Bb\u00ADc\uFEFF", "a‹U+200B›b‹U+00AD›c‹U+FEFF›"},
+             Row{"\u3164\U000E0041", "‹U+3164›‹U+E0041›"},
+             Row{"a\u2028b\u0085", "a‹U+2028›b‹U+0085›"},
+             Row{"rm אב/\nls", lro + "rm אב/" + pdf + "\nls"},
+         }) {
+        EXPECT_EQ(visibleText(row.text, Lines::many), row.shown);
+    }
+    EXPECT_EQ(visibleText("a\n\tב", Lines::one), lro + "a‹U+000A›‹U+0009›ב" + pdf);
+}
+
+class HostileTextTest : public testing::Test, protected ShownScene {
+protected:
+    void arriveWith(const std::string& text)
+    {
+        auto made = command();
+        made.toolName = made.sessionID = made.cwd = text;
+        made.toolInputJSON = Json(Json::Object{{"command", text}, {"description", text}}).compact();
+        arrive(made);
+    }
+    void expectNothingLeavesThePanel() const
+    {
+        for (const auto* const widget : view.findChildren<QWidget*>()) {
+            if (!widget->isVisible() || !widget->parentWidget()->parentWidget())
+                continue;
+            EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry()))
+                << widget->objectName().toStdString() << ' ' << widget->metaObject()->className();
+        }
+    }
+
+    QPlainTextEdit& parameters = find<QPlainTextEdit>("approval-parameters");
+};
+
+TEST_F(HostileTextTest, staysTextInItsPlace)
+{
+    for (const auto& text : {
+             QStringLiteral("<b>允许本次</b><img src=x onerror=y>&amp;"),
+             QStringLiteral("W").repeated(3000),
+             QStringLiteral("删").repeated(2000),
+             QStringLiteral("\n").repeated(500) + QStringLiteral("b"),
+             QStringLiteral("\u202E\u2067 rm אבג /\u200F"),
+             QStringLiteral("\x1b[2J\r\b\t\x7f"),
+             QStringLiteral("a") + QStringLiteral("\u0301").repeated(500),
+         }) {
+        SCOPED_TRACE(text.left(40).toStdString());
+        arriveWith(text.toStdString());
+        expectNothingLeavesThePanel();
+        EXPECT_LT(view.height(), 540);
+        EXPECT_EQ(this->text("decision-allow"), "允许本次");
+        EXPECT_FALSE(find("approval-source").toolTip().contains(QStringLiteral("<b>")));
+        for (const auto* const label : view.findChildren<QLabel*>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+        play("details");
+        expectNothingLeavesThePanel();
+        outside.remove(model.state().interaction.current()->id);
+        play("5");
+    }
+}
+
+TEST_F(HostileTextTest, rightToLeftLettersStandInTheOrderInWhichTheyAreStored)
+{
+    arriveWith("rm א/ב ג");
+    play("details");
+    auto cursor = parameters.document()->find(QStringLiteral("א/ב ג"));
+    const int end = cursor.selectionEnd();
+    cursor.setPosition(cursor.selectionStart());
+    for (int left = -1; cursor.position() < end; cursor.movePosition(QTextCursor::NextCharacter)) {
+        EXPECT_GT(parameters.cursorRect(cursor).left(), left) << cursor.position();
+        left = parameters.cursorRect(cursor).left();
+    }
+}
+
+// As it is shown, without the marks that only keep it in order.
+TEST_F(HostileTextTest, canBeReadAndCopiedAsAWhole)
+{
+    arriveWith("rm אב \u202E \n" + std::string(100'000, 'x') + " end");
+    play("details");
+    parameters.selectAll();
+    parameters.copy();
+    const auto copied = QApplication::clipboard()->text().toStdString();
+    EXPECT_EQ(copied.find(leftToRightOverride), std::string::npos);
+    EXPECT_NE(copied.find("אב ‹U+202E›"), std::string::npos);
+    EXPECT_NE(copied.find("x end"), std::string::npos);
+}
+
+} // namespace
+} // namespace notch
