@@ -9,43 +9,38 @@
 #include <QApplication>
 #include <QImage>
 
-#include <array>
 #include <cstdio>
+#include <utility>
 
 namespace notch {
 namespace {
 
-struct Picture {
-    const char* name;
-    const char* words;
+// Their names, and the words of their scenes.
+constexpr std::pair<const char*, const char*> pictures[]{
+    {"compact", ""},
+    {"compact-pending", "hook close"},
+    {"approval", "hook 0.5"},
+    {"approval-arming", "hook"},
+    {"approval-last-seconds", "hook 40.5"},
+    {"details", "hook 0.5 details"},
+    {"approval-long", "long 0.5"},
+    {"switcher", "hook 0.5 edit 0.5 hook 0.5"},
+    {"receipt-allowed", "hook 0.5 allow"},
+    {"receipt-denied", "hook edit hook 0.5 deny"},
+    {"receipt-returned", "hook 0.5 return"},
+    {"receipt-expired", "hook 50.5 gone"},
+    {"receipt-unavailable", "hook 0.5 gone"},
+    {"idle", "unconnected open"},
+    {"idle-connected", "open"},
+    {"demo-hook", "demo 0.5"},
+    {"demo-native", "demo-card 0.5"},
 };
 
-constexpr std::array pictures{
-    Picture{"compact", ""},
-    Picture{"compact-pending", "hook close"},
-    Picture{"approval", "hook 0.5"},
-    Picture{"approval-arming", "hook"},
-    Picture{"approval-last-seconds", "hook 40.5"},
-    Picture{"details", "hook 0.5 details"},
-    Picture{"approval-long", "long 0.5"},
-    Picture{"switcher", "hook 0.5 edit 0.5 hook 0.5"},
-    Picture{"receipt-allowed", "hook 0.5 allow"},
-    Picture{"receipt-denied", "hook edit hook 0.5 deny"},
-    Picture{"receipt-returned", "hook 0.5 return"},
-    Picture{"receipt-expired", "hook 50.5 gone"},
-    Picture{"receipt-unavailable", "hook 0.5 gone"},
-    Picture{"idle", "unconnected open"},
-    Picture{"idle-connected", "open"},
-    Picture{"demo-hook", "demo 0.5"},
-    Picture{"demo-native", "demo-card 0.5"},
-};
-
-bool write(const Picture& picture, const QString& folder)
+bool write(const char* name, const char* words, const QString& folder)
 {
     Scene scene;
-    scene.play(picture.words);
-    const auto path =
-        folder + QLatin1Char('/') + QLatin1String(picture.name) + QStringLiteral(".png");
+    scene.play(words);
+    const auto path = folder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
     return pictureOfNotch(scene.model, scene.outside.preferences, scene.outside.time).save(path);
 }
 
@@ -61,7 +56,7 @@ int main(int argc, char** argv)
         return 2;
     }
     bool written = true;
-    for (const auto& picture : notch::pictures)
-        written = notch::write(picture, QString::fromLocal8Bit(argv[1])) && written;
+    for (const auto& [name, words] : notch::pictures)
+        written = notch::write(name, words, QString::fromLocal8Bit(argv[1])) && written;
     return written ? 0 : 1;
 }

@@ -21,7 +21,8 @@ std::string rendered(const Arguments& arguments)
     FakeOutside outside;
     AppModel model(outside.seams());
     // The buttons are armed at about the time when they are in a launch.
-    QTimer::singleShot(470, [&outside] { outside.time.advance(Seconds{0.47}); });
+    QObject running;
+    QTimer::singleShot(470, &running, [&outside] { outside.time.advance(Seconds{0.47}); });
     const auto options = *PreviewOptions::parse(arguments);
     auto line = std::to_string(PreviewRender(model, outside.time).run(options));
     line += ' ' + std::to_string(QImage(QString::fromStdString(options.path)).width());
