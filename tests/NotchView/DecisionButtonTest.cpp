@@ -44,7 +44,7 @@ void pressByScreenReader(QAbstractButton& button, Edge edge)
 struct Row {
     const char* before; // In the words of a scene.
     const char* between;
-    const char* decisions; // Then, and after another press and release.
+    const char* decisions; // Then, and after another press and release a little later.
 };
 
 std::string decisionsOf(const Device& device, const char* name, const Row& row)
@@ -56,6 +56,7 @@ std::string decisionsOf(const Device& device, const char* name, const Row& row)
     scene.play(row.between);
     device.act(button, QTest::Release);
     const auto first = scene.outside.takeCalls("server.decide").size();
+    scene.play("0.5");
     device.act(button, QTest::Press);
     device.act(button, QTest::Release);
     const auto second = scene.outside.takeCalls("server.decide").size();
@@ -65,22 +66,26 @@ std::string decisionsOf(const Device& device, const char* name, const Row& row)
 TEST(DecisionButton, countsPressAndReleaseInOneArmedTimeOfOneRequest)
 {
     const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
-    const auto mouse = [](auto& button, Edge edge) {
-        QTest::mouseEvent(edge == QTest::Press ? QTest::MousePress : QTest::MouseRelease, &button,
-            Qt::LeftButton, {}, {});
+    const auto mouse = [](QAbstractButton& it, Edge edge) {
+        const auto action = edge == QTest::Press ? QTest::MousePress : QTest::MouseRelease;
+        QTest::mouseEvent(action, &it, Qt::LeftButton, {}, {});
+    };
+    const auto finger = [&](QAbstractButton& it, Edge edge) { touch(it, edge, screen.get()); };
+    const auto key = [](Qt::Key code) {
+        return [code](QAbstractButton& it, Edge edge) { QTest::keyEvent(edge, &it, code); };
     };
     for (const auto& device : {
              Device{"pointer", mouse},
-             Device{"finger", [&](auto&it, Edge edge) { touch(it, edge, screen.get()); }},
-             Device{"space", [](auto&it, Edge edge) { QTest::keyEvent(edge, &it, Qt::Key_Space); }},
-             Device{
-                 "select", [](auto&it, Edge edge) { QTest::keyEvent(edge, &it, Qt::Key_Select); }},
+             Device{"finger", finger},
+             Device{"space", key(Qt::Key_Space)},
+             Device{"select", key(Qt::Key_Select)},
              Device{"screen reader", pressByScreenReader},
          }) {
         for (const auto& row : {
                  Row{"", "", "1 0"},
                  Row{"", "details", "1 0"},
                  Row{"", "close", "0 0"},
+                 Row{"", "close open", "0 1"},
                  Row{"", "close open 0.5", "0 1"},
                  Row{"", "hook next 0.5", "0 1"},
                  Row{"", "hook next next 0.5", "0 1"},
