@@ -15,6 +15,8 @@
 #include <QTextDocumentFragment>
 
 #include <initializer_list>
+#include <string>
+#include <utility>
 
 namespace notch {
 namespace {

@@ -12,6 +12,9 @@
 #include <QTest>
 #include <QTimer>
 
+#include <optional>
+#include <string>
+
 namespace notch {
 namespace {
 
@@ -54,15 +57,15 @@ TEST_F(NotchViewTest, buttonsCallTheModel)
              Row{"", "idle-demo", "header-text", "交互演示 · 不执行命令", ""},
              Row{"", "header-settings", "receipt-title", "演示已结束", ""},
              Row{"5", "header-close", "compact", "QuillMoss", "closed"},
-             Row{"hook edit", "switcher-next", "switcher-text", "待确认 2 / 2", ""},
-             Row{"", "switcher-previous", "switcher-text", "待确认 1 / 2", ""},
+             Row{"hook edit hook", "switcher-next", "switcher-text", "待确认 2 / 3", ""},
+             Row{"", "switcher-previous", "switcher-text", "待确认 1 / 3", ""},
              Row{"", "details-toggle", "details-toggle", "返回命令视图", ""},
              Row{"", "details-toggle", "details-toggle", "查看完整参数", ""},
              Row{"", "details-copy", "details-copy", "已复制", ""},
              Row{"", "to-host", "to-host", "去 QuillMoss 处理 ↗", "open quillmoss;"},
              Row{"0.5", "decision-deny", "receipt-title", "已发送拒绝", "server.decide A deny;"},
              Row{"", "receipt-next", "header-text", "有操作需要你确认", ""},
-             Row{"", "compact", "compact", "1 条待确认", "closed"},
+             Row{"", "compact", "compact", "2 条待确认", "closed"},
          }) {
         play(row.before);
         layOut();
@@ -77,7 +80,7 @@ TEST_F(NotchViewTest, buttonsCallTheModel)
     }
     EXPECT_EQ(outside.pasteboard.text,
         "rm -rf build && cmake --preset release\ncmake --build --preset release");
-    play("open hook 0.5");
+    play("open");
     find<QListWidget>("switcher-list").setCurrentRow(1);
     EXPECT_EQ(text("switcher-text"), "待确认 2 / 2");
 }

@@ -10,6 +10,10 @@
 #include <QImage>
 #include <QTimer>
 
+#include <string>
+#include <utility>
+#include <vector>
+
 namespace notch {
 namespace {
 

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <array>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 namespace notch {
 namespace {
