@@ -6,7 +6,7 @@
 #include "TurnEnd/CompletionServer.h"
 #include "support/ChildProcess.h"
 #include "support/CompletionEvents.h"
-#include "support/PrivateBridgeEnvironment.h"
+#include "support/PrivateBridge.h"
 #include "support/Trace.h"
 
 #include <csignal>
@@ -19,6 +19,9 @@ using namespace std::string_literals;
 
 using Ending = ChildProcess::Ending;
 using Arguments = std::vector<std::string>;
+
+// Before main(), so before any thread is started.
+const std::string whyNoBridge = enterPrivateBridge();
 
 constexpr std::size_t mebibyte = 1 << 20;
 
@@ -42,8 +45,8 @@ class HookProcess : public testing::Test {
 protected:
     void SetUp() override
     {
-        if (!PrivateBridge::reason.empty())
-            GTEST_SKIP() << PrivateBridge::reason;
+        if (!whyNoBridge.empty())
+            GTEST_SKIP() << whyNoBridge;
         ASSERT_FALSE(server.start({.onRequest = [this](const ApprovalRequest& request) {
             trace.add(request.source + " asks");
             server.decide(request.id, decision);
@@ -131,8 +134,8 @@ TEST_F(HookProcess, endsInSilenceForHostileInput)
 
 TEST(CompletionHookProcess, tellsTheServerForItsOwnListOnlyAndSaysNothing)
 {
-    if (!PrivateBridge::reason.empty())
-        GTEST_SKIP() << PrivateBridge::reason;
+    if (!whyNoBridge.empty())
+        GTEST_SKIP() << whyNoBridge;
     Trace trace;
     CompletionServer server;
     ASSERT_FALSE(server.start(printingTo(trace)));
