@@ -58,11 +58,11 @@ TEST(Json, comparesNumbersByValue)
 TEST(Json, writesThePrescribedLayout)
 {
     const auto document = Json::parse(
-        R"({"b":[1,{"x":true,"a":null},[]],"a/c":"汉\u0001\"\\\/\b\f\n\r\t\u007f","b2":{},"B":0,"b":[2,3]})");
+        R"({"b":[1,{"x":true,"a":null},[]],"a/c":"汉\u001f\"\\\/\b\f\n\r\t\u007f","b2":{},"B":0,"b":[2,3]})");
     ASSERT_TRUE(document);
     EXPECT_EQ(document->pretty(), "{\n"
                                   "  \"B\" : 0,\n"
-                                  "  \"a/c\" : \"汉\\u0001\\\"\\\\/\\b\\f\\n\\r\\t\x7f\",\n"
+                                  "  \"a/c\" : \"汉\\u001f\\\"\\\\/\\b\\f\\n\\r\\t\x7f\",\n"
                                   "  \"b\" : [\n"
                                   "    2,\n"
                                   "    3\n"
