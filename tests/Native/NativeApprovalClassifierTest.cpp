@@ -136,7 +136,7 @@ const Mutations cardBounds{"1: deny.h-18 deny.y-12 allow.h-18", "1: deny.h+98 de
     "5: deny.y-5", "6: deny.y+20", "6: allow.h-10 deny.h-10 deny.y+6", "7: title.x+30",
     "7: title.x-30", "8: command.x-2", "9: title.x+10 command.x+30", "10: riskBox.x-212",
     "11: riskBox.x+89.5", "12: riskBox.y-2", "13: riskBox.h-18 risk.h-18 risk.y+9 riskBox.y+19.5",
-    "14: risk.h-17.5 risk.y+8.75 riskBox.y-2 riskBox.h-17.5", "15: command.y-6",
+    "14: risk.h-18 risk.y+9 riskBox.y-1.5 riskBox.h-18", "15: command.y-6",
     "16: allow.y+56 deny.y+56 command.y+56", "17: command.y+8", "18: deny.y+54 allow.y+54",
     "19: command.y+100 allow.y+100 deny.y+100 title.h+100",
     "20: allow.y+100 deny.y+100 command.h+100", "wrapper left: risk.x-2", "wrapper right: risk.x+2",

@@ -20,7 +20,7 @@ TEST(NativeApprovalLabels, readsALabelWithOrWithoutItsNumber)
     for (const auto* text : {"允许本次删除", "1允许本次删除", "1. 允许本次删除", "1：允许本次删除",
              "1 、.:\u3000允许本次删除", " \t允许本次删除\r\n"})
         EXPECT_EQ(normalizedButtonLabel(text), allowLabel) << text;
-    for (const auto* text : {"取消删除", "2. 取消删除\n", "2取消删除"})
+    for (const auto* text : {"取消删除", "2. 取消删除\n", "2取消删除", "2:取消删除"})
         EXPECT_EQ(normalizedButtonLabel(text), denyLabel) << text;
     for (const auto* text :
         {"", "2. 允许本次删除", "3. 允许本次删除", "1. 取消删除", "允许本次删除吗",
@@ -49,7 +49,7 @@ NativeApprovalNode randomNode(std::mt19937& random, int depth)
 {
     static const std::vector<std::string> roles{"AXButton", "AXGroup", "AXStaticText"};
     static const std::vector<std::string> pieces{"1", "2", " . ", "：", " ", "允许本次删除",
-        "1 允许本次删除", "取消删除", "\u30002、", "\v", "帮助", ""};
+        "1 允许本次删除", "取消删除", "\u30002、", "1\v", "帮助", ""};
     const auto pick = [&](const auto& list) { return list[random() % list.size()]; };
     NativeApprovalNode node;
     node.role = pick(roles);
