@@ -4,6 +4,7 @@
 #include "Oracle.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 #include <cmath>
 #include <regex>
@@ -52,22 +53,19 @@ bool unsafe(const std::string& text, std::string_view allowedControls)
     });
 }
 
-std::vector<std::string> distinct(const std::vector<std::string>& texts)
+std::set<std::string> distinctTexts(const Node& node)
 {
-    std::vector<std::string> found;
-    for (const auto& text : texts) {
-        if (!text.empty() && std::ranges::find(found, text) == found.end())
-            found.push_back(text);
-    }
-    return found;
+    std::set<std::string> texts(node.texts.begin(), node.texts.end());
+    texts.erase("");
+    return texts;
 }
 
 bool usable(const std::optional<ScreenRect>& frame)
 {
-    return frame && std::isfinite(frame->x) && std::isfinite(frame->y)
-        && std::isfinite(frame->width) && std::isfinite(frame->height)
-        && std::isfinite(frame->x + frame->width) && std::isfinite(frame->y + frame->height)
-        && frame->width > 0 && frame->height > 0;
+    return frame && frame->width > 0 && frame->height > 0
+        && std::ranges::all_of(std::array{frame->x, frame->y, frame->width, frame->height,
+                                   frame->x + frame->width, frame->y + frame->height},
+            [](double n) { return std::isfinite(n); });
 }
 
 bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown)
@@ -118,10 +116,11 @@ std::string labelOf(const std::string& text)
 // Of a static text.
 std::vector<std::string> shownTexts(const Node& node)
 {
-    const std::set<std::string> sorted(node.texts.begin(), node.texts.end());
     std::vector<std::string> shown;
-    std::ranges::copy_if(
-        sorted, std::back_inserter(shown), [](const auto& text) { return !trim(text).empty(); });
+    for (const auto& text : distinctTexts(node)) {
+        if (!trim(text).empty())
+            shown.push_back(text);
+    }
     return shown;
 }
 
@@ -130,8 +129,8 @@ Nodes staticTextNodes(const Node& node, bool skippingButtons)
     if (node.role == "AXStaticText")
         return shownTexts(node).empty() ? Nodes{} : Nodes{&node};
     Nodes found;
-    if (node.role != "AXButton" || !skippingButtons) {
-        for (const auto& child : node.children)
+    for (const auto& child : node.children) {
+        if (node.role != "AXButton" || !skippingButtons)
             std::ranges::copy(staticTextNodes(child, skippingButtons), std::back_inserter(found));
     }
     return found;
@@ -147,15 +146,16 @@ std::vector<std::string> staticTexts(const Node& node, bool skippingButtons)
 
 std::string buttonLabel(const Node& node)
 {
-    std::set<std::string> labels;
-    for (const auto& text : distinct(node.texts))
-        labels.insert(labelOf(text));
-    if (!labels.empty())
-        return labels.size() == 1 ? *labels.begin() : "";
-    std::string joined;
-    for (const auto& text : staticTexts(node, false))
-        joined += (joined.empty() ? "" : " ") + text;
-    return labelOf(joined);
+    auto texts = distinctTexts(node);
+    if (texts.empty()) {
+        std::string joined;
+        for (const auto& text : staticTexts(node, false))
+            joined += (joined.empty() ? "" : " ") + text;
+        texts.insert(joined);
+    }
+    const auto label = labelOf(*texts.begin());
+    const auto agrees = [&](const auto& text) { return labelOf(text) == label; };
+    return std::ranges::all_of(texts, agrees) ? label : "";
 }
 
 bool isSummary(const std::string& text)
@@ -272,8 +272,8 @@ std::optional<NativeApprovalMatch> flattened(
         return std::nullopt;
     const auto titles = shownTexts(*title), risks = shownTexts(*riskNode),
                commands = shownTexts(*command);
-    if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1 || !isSummary(titles[0])
-        || risks[0] != risk || !isComplete(commands[0]) || isSummary(commands[0])
+    if (titles.size() != 1 || risks != std::vector{risk} || commands.size() != 1
+        || !isSummary(titles[0]) || !isComplete(commands[0]) || isSummary(commands[0])
         || commands[0] == risk)
         return std::nullopt;
     match.containerID = group.id;

@@ -8,6 +8,7 @@
 #include "Native/NativeQuestionMatch.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +30,7 @@ std::optional<NativeQuestionMatch> question(const std::vector<Node>& roots);
 std::string anyBlank(); // As a regular expression over bytes.
 std::string trim(std::string text);
 bool unsafe(const std::string& text, std::string_view allowedControls);
-std::vector<std::string> distinct(const std::vector<std::string>& texts); // Empty ones left out.
+std::set<std::string> distinctTexts(const Node& node); // Empty ones left out.
 bool usable(const std::optional<ScreenRect>& frame);
 bool contains(const ScreenRect& outer, const ScreenRect& inner, double grown = 0);
 std::vector<Nodes> paths(const Node& node); // To each node in it, in order.

@@ -21,8 +21,8 @@ bool unsafeText(const std::string& text, std::string_view allowedControls)
 // Empty if there is none.
 std::string single(const Node& node)
 {
-    const auto texts = distinct(node.texts);
-    return texts.size() == 1 && !unsafeText(texts[0], "\n\r") ? texts[0] : "";
+    const auto texts = distinctTexts(node);
+    return texts.size() == 1 && !unsafeText(*texts.begin(), "\n\r") ? *texts.begin() : "";
 }
 
 // 0 if it is none.
@@ -60,7 +60,7 @@ bool leaf(const Node& node, const char* role)
 
 bool image(const Node& node)
 {
-    return leaf(node, "AXImage") && distinct(node.texts).empty();
+    return leaf(node, "AXImage") && distinctTexts(node).empty();
 }
 
 bool text(const Node& node)
