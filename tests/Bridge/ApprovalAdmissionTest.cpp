@@ -121,7 +121,8 @@ TEST(DecisionReply, carriesKnownWordsOnly)
         EXPECT_EQ(DecisionReply::parse(reply.serialize()), reply) << name(decision);
     }
     for (const char* line : {R"({"id":"a","decision":"maybe"})", R"({"id":"a","decision":"Allow"})",
-             R"({"id":"a"})", R"({"decision":"allow"})", R"({"id":1,"decision":"allow"})", "[]"})
+             R"({"id":"a","decision":"allowed"})", R"({"id":"a"})", R"({"decision":"allow"})",
+             R"({"id":1,"decision":"allow"})", "[]"})
         EXPECT_FALSE(DecisionReply::parse(line)) << line;
 }
 
