@@ -20,7 +20,7 @@ public:
 
     void step()
     {
-        const auto& step = anyStep();
+        const auto& step = steps_[below(steps_.size())];
         SCOPED_TRACE(step.name);
         outside.server.hookWaits = below(4) != 0;
         const auto before = seen_;
@@ -33,7 +33,6 @@ public:
 
 private:
     struct Step {
-        std::size_t weight;
         const char* name;
         std::function<void()> take;
         bool clicks = false; // A person does, on a button.
@@ -46,15 +45,6 @@ private:
 
     std::size_t below(std::size_t end) { return random_() % end; }
     Decision anyDecision() { return allDecisions[below(allDecisions.size())]; }
-    const Step& anyStep()
-    {
-        auto drawn = below(20); // The sum of the weights.
-        auto step = steps_.begin();
-        for (; drawn >= step->weight; ++step)
-            drawn -= step->weight;
-        return *step;
-    }
-
     double seenFor(const Seen& seen) const { return outside.time.uptime().seconds - seen.since; }
 
     // After every operation, those of timers included.
@@ -139,22 +129,26 @@ private:
     static constexpr double rounding = 1e-6;
 
     const std::vector<Step> steps_{
-        {1, "hook asks", [this] { ask(outside.hookRequest("")); }},
-        {1, "card appears", [this] { ask(outside.nativeRequest("")); }},
-        {1, "hook asks twice", [this] { askTwice(); }},
-        {2, "hook goes", [this] { hookGoes(); }},
-        {3, "wait", [this] { wait(); }},
-        {2, "click", [this] { click(); }, true},
-        {1, "stale click", [this] { staleClick(); }, true},
-        {1, "press", [this] { press(); }},
-        {1, "release", [this] { release(); }, true},
-        {1, "open or close", [this] { play(interaction().expanded() ? "close" : "open"); }},
-        {1, "pointer", [this] { play(interaction().pointerInside() ? "leave" : "enter"); }},
-        {1, "switch", [this] { play(below(2) == 0 ? "switch 1" : "switch -1"); }},
-        {1, "demonstrate", [this] { play(below(2) == 0 ? "demo hook" : "demo native"); }},
-        {1, "end the demonstration", [this] { play("endDemo"); }},
-        {1, "leave the receipt", [this] { play("dismiss"); }},
-        {1, "click outside", [this] { play("clickOutside"); }},
+        {"hook asks", [this] { ask(outside.hookRequest("")); }},
+        {"card appears", [this] { ask(outside.nativeRequest("")); }},
+        {"hook asks twice", [this] { askTwice(); }},
+        {"hook goes", [this] { hookGoes(); }},
+        {"hook goes", [this] { hookGoes(); }},
+        {"wait", [this] { wait(); }},
+        {"wait", [this] { wait(); }},
+        {"wait", [this] { wait(); }},
+        {"click", [this] { click(); }, true},
+        {"click", [this] { click(); }, true},
+        {"stale click", [this] { staleClick(); }, true},
+        {"press", [this] { press(); }},
+        {"release", [this] { release(); }, true},
+        {"open or close", [this] { play(interaction().expanded() ? "close" : "open"); }},
+        {"pointer", [this] { play(interaction().pointerInside() ? "leave" : "enter"); }},
+        {"switch", [this] { play(below(2) == 0 ? "switch 1" : "switch -1"); }},
+        {"demonstrate", [this] { play(below(2) == 0 ? "demo hook" : "demo native"); }},
+        {"end the demonstration", [this] { play("endDemo"); }},
+        {"leave the receipt", [this] { play("dismiss"); }},
+        {"click outside", [this] { play("clickOutside"); }},
     };
     std::mt19937 random_;
     int nextID_ = 0;
