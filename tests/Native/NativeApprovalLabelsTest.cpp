@@ -49,7 +49,7 @@ NativeApprovalNode randomNode(std::mt19937& random, int depth)
 {
     static const std::vector<std::string> roles{"AXButton", "AXGroup", "AXStaticText"};
     static const std::vector<std::string> pieces{"1", "2", " . ", "：", " ", "允许本次删除",
-        "1 允许本次删除", "取消删除", "\u30002、", "1\v", "帮助", ""};
+        "1 允许本次删除", "取消删除", "\u30002、", "1\v", "1,", "帮助", ""};
     const auto pick = [&](const auto& list) { return list[random() % list.size()]; };
     NativeApprovalNode node;
     node.role = pick(roles);

@@ -114,7 +114,8 @@ const Mutations harmlessCards{"#page => #page @0,0,1,1", "before page Image -vis
         Image #previousImage @352,28,8,8
       StaticText #current @376,22,20,20 "1")",
     "\"3\" => \"100\"", "\"其他\" => \"21 其他\" \"3\" \"0 x\"",
-    title + " => \"title of the book\"", "before other Button \"帮助\""};
+    title + " => \"title of the book\"", "before other Button \"帮助\"",
+    "before other StaticText \"下一题\""};
 
 TEST(NativeQuestionClassifier, refusesACardThatBreaksOneRule)
 {
