@@ -5,36 +5,31 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <string>
+#include <tuple>
 
 namespace notch {
 namespace {
 
-std::optional<std::string> scan(QuestionFlowIdentity& identity, char sighting)
+std::optional<std::string> scan(QuestionFlowIdentity& identity, char what)
 {
-    switch (sighting) {
-    case '1': // A page of the card.
-        return identity.identify("b", 7, "t1", 1, 3);
-    case '2': // Another page of it.
-        return identity.identify("b", 7, "t2", 2, 3);
-    case 't': // The same page with another title, then in another binding, process, number of pages
-        return identity.identify("b", 7, "t3", 1, 3);
-    case 'b':
-        return identity.identify("c", 7, "t1", 1, 3);
-    case 'p':
-        return identity.identify("b", 8, "t1", 1, 3);
-    case 'n':
-        return identity.identify("b", 7, "t1", 1, 4);
-    case '!': // Malformed.
-        return identity.identify("b", 0, "t1", 1, 3);
-    case '-':
-        return identity.observeAbsence(), std::nullopt;
-    case '?':
-        return identity.observeUnavailable(), std::nullopt;
-    default:
-        return identity.reset(), std::nullopt;
-    }
+    // The binding, the process, the title, the page and the number of pages.
+    using Sighting = std::tuple<const char*, std::int32_t, const char*, int, int>;
+    static const std::map<char, Sighting> sightings{{'1', {"b", 7, "t1", 1, 3}},
+        {'2', {"b", 7, "t2", 2, 3}}, {'t', {"b", 7, "t3", 1, 3}}, {'b', {"c", 7, "t1", 1, 3}},
+        {'p', {"b", 8, "t1", 1, 3}}, {'n', {"b", 7, "t1", 1, 4}}, {'!', {"b", 0, "t1", 1, 3}}};
+    if (const auto seen = sightings.find(what); seen != sightings.end())
+        return std::apply(
+            std::bind_front(&QuestionFlowIdentity::identify, &identity), seen->second);
+    if (what == '-')
+        identity.observeAbsence();
+    else if (what == '?')
+        identity.observeUnavailable();
+    else
+        identity.reset();
+    return std::nullopt;
 }
 
 TEST(QuestionFlowIdentity, keepsOneIdForOneCard)
