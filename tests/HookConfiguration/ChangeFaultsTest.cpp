@@ -39,20 +39,30 @@ struct Scenario {
     const char* name;
     SettingsChange change;
     std::optional<std::string> before; // Nothing: no file and no directory.
-    std::string harmless; // Calls that may fail, from the last to the first.
+    std::string calls; // In order, repeated ones once, in () those that may fail.
     int exclusiveRenameErrno = 0; // A file system that cannot rename exclusively.
     std::string after = changed(change, before);
 };
 
 std::vector<Scenario> scenarios()
 {
+    const auto installed = changed(installOwn, foreign);
+    const std::string lockAndRead = " open openat fstat flock openat fstat read fstat";
+    const std::string lockNew = " open openat mkdirat openat fstat flock openat";
+    const std::string backup = " mkdirat openat fstat openat write fsync (fsync)";
+    const std::string fill = " openat write fsync";
+    const std::string verify = " open openat fstat openat fstat read fstat";
+    const std::string verifyNew = " open openat fstat openat";
+    const std::string end = " (fsync) (unlinkat) (flock)";
+    const auto replace = lockAndRead + backup + fill + verify + " renameat" + end;
+    const auto create = lockNew + backup + fill + verifyNew + " renameExclusively";
     return {
-        {"install", installOwn, foreign, " flock unlinkat fsync fsync"},
-        {"install again", installOwn, changed(installOwn, foreign), " flock fsync"},
-        {"install into nothing", installOwn, std::nullopt, " flock unlinkat fsync fsync"},
+        {"install", installOwn, foreign, replace},
+        {"install again", installOwn, installed, lockAndRead + backup + verify + " (flock)"},
+        {"install into nothing", installOwn, std::nullopt, create + end},
         {"install into nothing by link", installOwn, std::nullopt,
-            " flock unlinkat fsync unlinkat fsync", EINVAL},
-        {"uninstall", uninstallOwn, changed(installOwn, foreign), " flock unlinkat fsync fsync"},
+            create + " linkat (unlinkat)" + end, EINVAL},
+        {"uninstall", uninstallOwn, installed, replace},
     };
 }
 
@@ -71,15 +81,14 @@ struct PreparedFile : SettingsFile {
     }
 };
 
-// The message of the scenario's failure, or "". `watch` sees each call; where it has no fault,
-// there may be the scenario's own.
-template <class Watch>
-std::string messageOf(const Scenario& scenario, const SettingsFile& settings, const Watch& watch)
+// The message of the scenario's failure, or "". `watch` sees each call first.
+std::string messageOf(
+    const Scenario& scenario, const SettingsFile& settings, const WatchedFileSystem::Watch& watch)
 {
     const WatchedFileSystem files([&](const Call& call) {
-        const std::optional<Fault> fault = watch(call);
-        const bool lacking = call.name == "renameExclusively";
-        return fault.value_or(Fault{lacking ? scenario.exclusiveRenameErrno : 0});
+        const auto fault = watch(call);
+        const bool lacks = call.name == "renameExclusively" && fault.systemErrno == 0;
+        return lacks ? Fault{scenario.exclusiveRenameErrno} : fault;
     });
     return failureOf([&] { scenario.change(settings.url(), files); });
 }
@@ -89,7 +98,7 @@ int callsOf(const Scenario& scenario)
     int calls = 0;
     messageOf(scenario, PreparedFile(scenario), [&](const Call&) {
         ++calls;
-        return std::nullopt;
+        return Fault{};
     });
     return calls;
 }
@@ -160,7 +169,14 @@ const std::vector<FaultKind> faultKinds{
 
 struct Tally {
     int faultPoints = 0;
-    std::string harmless;
+    std::string calls;
+
+    void add(std::string_view call, bool harmless)
+    {
+        const auto step = " " + (harmless ? "(" + std::string(call) + ")" : std::string(call));
+        if (!calls.ends_with(step))
+            calls += step;
+    }
 };
 
 void changeWithFault(
@@ -169,15 +185,13 @@ void changeWithFault(
     const PreparedFile settings(scenario);
     const auto descriptors = openDescriptors();
     std::set<std::string_view> faulted;
-    const auto message =
-        messageOf(scenario, settings, [&](const Call& call) -> std::optional<Fault> {
-            const bool due =
-                repeat == Repeat::once ? call.number == faultAt : call.number >= faultAt;
-            if (!due || (!kind.calls.empty() && !kind.calls.contains(call.name)))
-                return std::nullopt;
-            faulted.insert(call.name);
-            return kind.fault;
-        });
+    const auto message = messageOf(scenario, settings, [&](const Call& call) {
+        const bool due = repeat == Repeat::once ? call.number == faultAt : call.number >= faultAt;
+        if (!due || (!kind.calls.empty() && !kind.calls.contains(call.name)))
+            return Fault{};
+        faulted.insert(call.name);
+        return kind.fault;
+    });
 
     SCOPED_TRACE(testing::Message() << scenario.name << ", " << kind.name << " at call " << faultAt
                                     << (repeat == Repeat::once ? "" : " and from then on"));
@@ -188,20 +202,20 @@ void changeWithFault(
     // A name that cannot be taken away stays.
     EXPECT_TRUE(faulted.contains("unlinkat") || settings.leftovers().size() == settings.exists());
     tally.faultPoints += faulted.empty() ? 0 : 1;
-    if (message.empty() && kind.calls.empty() && repeat == Repeat::once)
-        tally.harmless.append(" ").append(*faulted.begin());
+    if (kind.calls.empty() && repeat == Repeat::once)
+        tally.add(*faulted.begin(), message.empty());
 }
 
 TEST(ChangeFaults, leaveTheOldFileOrTheNewOne)
 {
     Tally tally;
     for (const auto& scenario : scenarios()) {
-        tally.harmless.clear();
-        for (int at = callsOf(scenario); at > 0; --at)
+        tally.calls.clear();
+        for (int at = 1, last = callsOf(scenario); at <= last; ++at)
             for (const auto& kind : faultKinds)
                 for (const auto repeat : kind.repeats)
                     changeWithFault(scenario, kind, at, repeat, tally);
-        EXPECT_EQ(tally.harmless, scenario.harmless) << scenario.name;
+        EXPECT_EQ(tally.calls, scenario.calls) << scenario.name;
     }
     std::cout << tally.faultPoints << " fault points\n";
     RecordProperty("faultPoints", tally.faultPoints);
@@ -218,7 +232,7 @@ TEST(ChangeFaults, killedAtAnyCallTheNextOperationWorks)
                 messageOf(scenario, settings, [&](const Call& call) {
                     if (call.number == at)
                         ::_exit(0);
-                    return std::nullopt;
+                    return Fault{};
                 });
                 ::_exit(1);
             }
@@ -242,33 +256,27 @@ TEST(ChangeFaults, killedAtAnyCallTheNextOperationWorks)
 // directory.
 struct Intrusion {
     const char* name;
-    void (*act)(const SettingsFile& settings);
+    void (*act)(const SettingsFile& file);
 };
 
 constexpr const char* othersText = R"({"key":"of another program"})";
 
 const std::vector<Intrusion> intrusions{
-    {"writes in place", [](const SettingsFile& settings) { settings.write(othersText); }},
-    {"renames over",
-        [](const SettingsFile& settings) {
-            fs::rename(settings.home() + "/file", settings.url());
-        }},
-    {"unlinks", [](const SettingsFile& settings) { fs::remove(settings.url()); }},
-    {"replaces by a link",
-        [](const SettingsFile& settings) {
-            fs::rename(settings.home() + "/link", settings.url());
-        }},
+    {"writes in place", [](const auto& file) { file.write(othersText); }},
+    {"renames over", [](const auto& file) { fs::rename(file.home() + "/new", file.url()); }},
+    {"unlinks", [](const auto& file) { fs::remove(file.url()); }},
+    {"replaces by a link", [](const auto& file) { fs::rename(file.home() + "/link", file.url()); }},
     {"replaces the directory",
-        [](const SettingsFile& settings) {
-            fs::rename(settings.directory(), settings.home() + "/aside");
-            fs::rename(settings.home() + "/directory", settings.directory());
+        [](const auto& file) {
+            fs::rename(file.directory(), file.home() + "/aside");
+            fs::rename(file.home() + "/directory", file.directory());
         }},
 };
 
 void prepareIntrusion(const SettingsFile& settings)
 {
-    const auto file = settings.home() + "/file";
-    fs::create_symlink("../file", settings.home() + "/link");
+    const auto file = settings.home() + "/new";
+    fs::create_symlink("../new", settings.home() + "/link");
     fs::create_directory(settings.home() + "/directory");
     std::ofstream(settings.home() + "/directory/settings.json") << othersText;
     // Old kernels give times by the tick. Once another file's time is later than this file's, every
@@ -293,7 +301,7 @@ std::string lostAt(const Scenario& scenario, const Intrusion& intrusion, int at)
             others = settings.content();
             where = call.name;
         }
-        return std::nullopt;
+        return Fault{};
     });
     EXPECT_TRUE(isKnownMessage(message)) << message;
     const auto content = settings.content();
