@@ -115,24 +115,29 @@ bool geometry(const std::vector<ScreenRect>& frames, const ScreenRect& group)
 {
     const auto &T = frames[0], &P = frames[1], &S = frames[6], &R = frames[7];
     const auto H = P.height, foot = std::max(T.maxY(), S.maxY());
-    for (std::size_t at = 1; at < frames.size(); ++at) {
+    const auto follows = [H](double end, double begin, double overlap) {
+        return end - overlap <= begin && begin - end <= H;
+    };
+    for (std::size_t at = 1; at < 7; ++at) {
         const auto& F = frames[at];
-        const bool isNumber = at >= 2 && at <= 4, isRow = at >= 7;
-        const auto gap = isRow ? F.y - (at > 7 ? frames[at - 1].maxY() : F.y)
-                               : F.x - (at > 1 ? frames[at - 1].maxX() : F.x);
-        const bool shaped = isRow
-                              ? near(F.x, R.x) && near(F.width, R.width) && near(F.height, R.height)
-                          : isNumber ? F.height >= H / 3 && F.height <= H && F.width <= 2 * H
-                                     : near(F.width, H) && near(F.height, H);
-        if (!shaped || gap < (isRow ? 0 : -1) || gap > H || !(isRow || near(F.midY(), P.midY()))
-            || !contains(group, F))
+        const bool shaped = at >= 2 && at <= 4
+                              ? F.height >= H / 3 && F.height <= H && F.width <= 2 * H
+                              : near(F.width, H) && near(F.height, H);
+        if (!shaped || !near(F.midY(), P.midY())
+            || (at > 1 && !follows(frames[at - 1].maxX(), F.x, 1)))
+            return false;
+    }
+    for (std::size_t at = 7; at < frames.size(); ++at) {
+        const auto& F = frames[at];
+        if (!near(F.x, R.x) || !near(F.width, R.width) || !near(F.height, R.height)
+            || (at > 7 && !follows(frames[at - 1].maxY(), F.y, 0)))
             return false;
     }
     return H >= 12 && H <= 64 && std::abs(T.y - P.y) <= H / 2 && T.height <= 16 * H
         && T.maxX() <= P.x + 1 && P.x - T.maxX() <= 2 * H && R.height >= H && R.height <= 3 * H
         && R.width >= 6 * H && R.x <= T.x && T.x - R.x <= R.height && T.maxX() <= R.maxX()
         && R.x <= P.x && S.maxX() <= R.maxX() && foot <= R.y && R.y - foot <= 2 * H
-        && contains(group, T);
+        && std::ranges::all_of(frames, [&](const auto& F) { return contains(group, F); });
 }
 
 std::optional<NativeQuestionMatch> card(const Node& group, std::size_t skipAt, const Node& window)
