@@ -179,6 +179,7 @@ TEST(NativeApprovalClassifier, takesACommandOfAtMost65536Bytes)
     EXPECT_TRUE(isCompleteCommand(std::string(65536, 'x')));
     EXPECT_FALSE(isCompleteCommand(std::string(65537, 'x')));
     EXPECT_FALSE(isCompleteCommand("x" + std::string(65536, ' ')));
+    EXPECT_FALSE(isCompleteCommand(" \u3000\n"));
     EXPECT_FALSE(isCompleteCommand("rm \xC3 -rf"));
     EXPECT_TRUE(isCompleteCommand("rm\t-rf \\\r\n  build"));
 }
