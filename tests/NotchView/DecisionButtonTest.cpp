@@ -50,13 +50,13 @@ struct Row {
 std::string decisionsOf(const Device& device, const char* name, const Row& row)
 {
     ShownScene scene;
-    scene.play(std::string("hook 0.5 ") + row.before);
+    scene.play(std::string("ask A, wait 0.5, ") + row.before);
     auto& button = scene.button(name);
     device.act(button, QTest::Press);
     scene.play(row.between);
     device.act(button, QTest::Release);
     const auto first = scene.outside.takeCalls("server.decide").size();
-    scene.play("0.5");
+    scene.play("wait 0.5");
     device.act(button, QTest::Press);
     device.act(button, QTest::Release);
     const auto second = scene.outside.takeCalls("server.decide").size();
@@ -85,13 +85,13 @@ TEST(DecisionButton, countsPressAndReleaseInOneArmedTimeOfOneRequest)
                  Row{"", "", "1 0"},
                  Row{"", "details", "1 0"},
                  Row{"", "close", "0 0"},
-                 Row{"", "close open", "0 1"},
-                 Row{"", "close open 0.5", "0 1"},
-                 Row{"", "hook next 0.5", "0 1"},
-                 Row{"", "hook next next 0.5", "0 1"},
-                 Row{"", "hook gone 2", "0 1"},
-                 Row{"", "60", "0 0"},
-                 Row{"close open", "0.5", "0 1"},
+                 Row{"", "close, open", "0 1"},
+                 Row{"", "close, open, wait 0.5", "0 1"},
+                 Row{"", "ask B, switch 1, wait 0.5", "0 1"},
+                 Row{"", "ask B, switch 1, switch 1, wait 0.5", "0 1"},
+                 Row{"", "ask B, gone A, wait 2", "0 1"},
+                 Row{"", "wait 60", "0 0"},
+                 Row{"close, open", "wait 0.5", "0 1"},
              }) {
             for (const auto* const name : {"decision-allow", "decision-deny"})
                 EXPECT_EQ(decisionsOf(device, name, row), row.decisions)
@@ -102,7 +102,7 @@ TEST(DecisionButton, countsPressAndReleaseInOneArmedTimeOfOneRequest)
 
 class DecisionButtonTest : public testing::Test, protected ShownScene {
 protected:
-    DecisionButtonTest() { play("hook 0.5"); }
+    DecisionButtonTest() { play("ask A, wait 0.5"); }
 
     auto decisions() { return outside.takeCalls("server.decide").size(); }
 
@@ -118,7 +118,7 @@ TEST_F(DecisionButtonTest, aPointerPressesOnceAndOnlyOnTheButton)
     EXPECT_EQ(decisions(), 0U);
     // Coming back onto the button in a later armed time is no new press.
     QTest::mousePress(&allow, Qt::LeftButton);
-    play("close open 0.5");
+    play("close, open, wait 0.5");
     QTest::mouseMove(&allow, beside);
     QTest::mouseMove(&allow, allow.rect().center());
     QTest::mouseRelease(&allow, Qt::LeftButton);

@@ -59,7 +59,7 @@ class HostileTextTest : public testing::Test, protected ShownScene {
 protected:
     void arriveWith(const std::string& text)
     {
-        auto made = command();
+        auto made = command("A");
         made.toolName = made.sessionID = made.cwd = text;
         made.toolInputJSON = Json(Json::Object{{"command", text}, {"description", text}}).compact();
         arrive(made);
@@ -98,8 +98,7 @@ TEST_F(HostileTextTest, staysTextInItsPlace)
             EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
         play("details");
         expectNothingLeavesThePanel();
-        outside.remove(model.state().interaction.current()->id);
-        play("5");
+        play("gone A, wait 5");
     }
 }
 

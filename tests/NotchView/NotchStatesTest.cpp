@@ -143,15 +143,16 @@ TEST(NotchStates, stripSaysWhatWaitsAndWhatAClickDoes)
         {
             {"", "(+chevron.down QuillMoss / 展开 QuillMoss 刘海" + opens},
             {"open", "(+chevron.up QuillMoss" + closes},
-            {"hook close", "(!hand.tap 1 条待确认 / 1 条待确认请求" + opens},
-            {"question hook edit", "(!hand.tap 2 条待确认" + closes},
-            {"hook edit 0.5 deny close", "(!hand.tap 1 条待确认 / 1 条待确认请求" + opens},
-            {"question open", question + "收起 QuillMoss 刘海" + reminds},
-            {"completionRemindersEnabled turn-end question open close",
+            {"ask A, close", "(!hand.tap 1 条待确认 / 1 条待确认请求" + opens},
+            {"question, ask A, edit B", "(!hand.tap 2 条待确认" + closes},
+            {"ask A, edit B, wait 0.5, deny A, close",
+                "(!hand.tap 1 条待确认 / 1 条待确认请求" + opens},
+            {"question, open", question + "收起 QuillMoss 刘海" + reminds},
+            {"on completionRemindersEnabled, turn, question, open, close",
                 question + "展开 QuillMoss 待回答提醒" + reminds},
-            {"completionRemindersEnabled turn-end open close",
+            {"on completionRemindersEnabled, turn, open, close",
                 "(!bell.badge QuillMoss · 本轮结束 / 展开 QuillMoss 刘海" + opens},
-            {"turn-end open close", "(+chevron.down QuillMoss / 展开 QuillMoss 刘海" + opens},
+            {"turn, open, close", "(+chevron.down QuillMoss / 展开 QuillMoss 刘海" + opens},
         });
 }
 
@@ -162,16 +163,16 @@ TEST(NotchStates, headerNamesTheFirstThatHolds)
         "(xmark / 暂时收起，不改变审批决定 [暂时收起（Esc），不改变审批决定])";
     expectShown("header-text/..",
         {
-            {"question demo",
+            {"question, demo hook",
                 "交互演示 · 不执行命令 | (slider.horizontal.3 / 结束演示) | " + close},
-            {"question hook edit 0.5 deny", "本次处理结果" + settings + close},
-            {"question hook", "有操作需要你确认" + settings + close},
-            {"completionRemindersEnabled turn-end question open",
+            {"question, ask A, edit B, wait 0.5, deny A", "本次处理结果" + settings + close},
+            {"question, ask A", "有操作需要你确认" + settings + close},
+            {"on completionRemindersEnabled, turn, question, open",
                 "有问题等你回答 · 仅提醒" + settings
                     + "(xmark / 暂时收起，不回答或跳过问题 [暂时收起（Esc），不回答或跳过问题])"},
-            {"completionRemindersEnabled turn-end open",
+            {"on completionRemindersEnabled, turn, open",
                 "本轮已结束 · 请核对结果" + settings + close},
-            {"turn-end open", "刘海提醒 · 随时待命" + settings + close},
+            {"turn, open", "刘海提醒 · 随时待命" + settings + close},
         });
 }
 
@@ -180,7 +181,7 @@ TEST(NotchStates, headerHasASymbolWhereThereIsNoPicture)
     Scene scene;
     const ShownFeatures features(scene.outside.preferences);
     EXPECT_EQ(HeaderContent(scene.model.state(), features).avatar, Symbol::checkmarkShieldFill);
-    scene.play("question open");
+    scene.play("question, open");
     EXPECT_EQ(HeaderContent(scene.model.state(), features).avatar, Symbol::questionmarkBubbleFill);
 }
 
@@ -198,17 +199,18 @@ TEST(NotchStates, requestIsShownWithWhereItComesFrom)
     const std::string unarmed = " | xmark 拒绝 | checkmark 允许本次";
     expectShown("approval-title/..",
         {
-            {"hook 0.5", "执行终端命令" + folder
-                             + "QuillMoss · 7c1f0a52-93b "
-                               "[会话：7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64\n"
-                             + directory + description + command + bar + time
-                             + " | (xmark 拒绝) | (+checkmark 允许本次)" + footer},
-            {"card 0.5", "!exclamationmark.shield 原生安全确认 · 只点击当前这张卡，不更改权限策略"
-                         " | 确认批量删除 | 点击前重新核验 | macwindow 来自 QuillMoss 原窗口"
-                         " | 原窗口：窗口"
-                             + description + " | !" + command + bar
-                             + " | (xmark 取消删除) | (+checkmark 允许本次删除)" + footer},
-            {"hook edit next",
+            {"ask A, wait 0.5", "执行终端命令" + folder
+                                    + "QuillMoss · 7c1f0a52-93b "
+                                      "[会话：7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64\n"
+                                    + directory + description + command + bar + time
+                                    + " | (xmark 拒绝) | (+checkmark 允许本次)" + footer},
+            {"card A, wait 0.5",
+                "!exclamationmark.shield 原生安全确认 · 只点击当前这张卡，不更改权限策略"
+                " | 确认批量删除 | 点击前重新核验 | macwindow 来自 QuillMoss 原窗口"
+                " | 原窗口：窗口"
+                    + description + " | !" + command + bar
+                    + " | (xmark 取消删除) | (+checkmark 允许本次删除)" + footer},
+            {"ask A, edit B, switch 1",
                 "修改文件" + folder
                     + "QuillMoss · 会话一二三四五六七八九十 [会话：会话一二三四五六七八九十百千 "
                     + directory + " | {\"file\":\"a\"}" + bar + time + unarmed + footer
@@ -216,20 +218,20 @@ TEST(NotchStates, requestIsShownWithWhereItComesFrom)
                       "修改文件 · moss-garden;  / 选择请求 [切换待确认请求，不批量允许]"
                       " | (chevron.left / 上一条请求 [切换待确认请求，不批量允许])"
                       " | (chevron.right / 下一条请求 [切换待确认请求，不批量允许])"},
-            {"empty", "使用 Bash" + folder + "QuillMoss AI · 未提供会话 [会话： " + directory
-                          + " | {}" + bar + time + unarmed + footer},
+            {"empty A", "使用 Bash" + folder + "QuillMoss AI · 未提供会话 [会话： " + directory
+                            + " | {}" + bar + time + unarmed + footer},
         });
 }
 
 TEST(NotchStates, timeTurnsOrangeAtTenSeconds)
 {
     expectShown("time-left", {
-                                 {"hook 39.5", "clock 11 秒"},
-                                 {"hook 40", "!clock 10 秒"},
-                                 {"hook 49.75", "!clock 1 秒"},
-                                 {"hook 53", "!clock 0 秒"},
+                                 {"ask A, wait 39.5", "clock 11 秒"},
+                                 {"ask A, wait 40", "!clock 10 秒"},
+                                 {"ask A, wait 49.75", "!clock 1 秒"},
+                                 {"ask A, wait 53", "!clock 0 秒"},
                              });
-    expectShown("time-note", {{"hook 40", "!时间用尽交回 QuillMoss 原流程，不自动允许"}});
+    expectShown("time-note", {{"ask A, wait 40", "!时间用尽交回 QuillMoss 原流程，不自动允许"}});
 }
 
 TEST(NotchStates, detailsAreHeadedByTheTool)
@@ -243,11 +245,11 @@ TEST(NotchStates, detailsAreHeadedByTheTool)
     expectShown("details-header details-chip approval-command approval-parameters details-toggle "
                 "details-copy",
         {
-            {"hook details", "完整命令 | !含附加参数 |  | " + input + closes + copy},
-            {"card details", "完整命令 | !含附加参数 |  | " + input + closes + copy},
-            {"edit details copy", "工具参数 |  |  | {\"file\":\"a\"}" + closes + copied},
-            {"empty details", "完整请求信息 |  |  | {}" + closes + copy},
-            {"hook empty copy next details", "完整请求信息 |  |  | {}" + closes + copy},
+            {"ask A, details", "完整命令 | !含附加参数 |  | " + input + closes + copy},
+            {"card A, details", "完整命令 | !含附加参数 |  | " + input + closes + copy},
+            {"edit A, details, copy", "工具参数 |  |  | {\"file\":\"a\"}" + closes + copied},
+            {"empty A, details", "完整请求信息 |  |  | {}" + closes + copy},
+            {"ask A, empty B, copy, switch 1, details", "完整请求信息 |  |  | {}" + closes + copy},
         });
 }
 
@@ -262,19 +264,19 @@ TEST(NotchStates, receiptTellsWhatWasDoneAndWhatWasNot)
     const std::string returned = "+arrow.up.forward.circle.fill | ";
     expectShown("receipt-title/..",
         {
-            {"hook 0.5 allow", allowed + "已发送本次允许" + hook},
-            {"hook edit edit 0.5 deny",
+            {"ask A, wait 0.5, allow A", allowed + "已发送本次允许" + hook},
+            {"ask A, edit B, edit C, wait 0.5, deny A",
                 denied + "已发送拒绝" + hook + " | (继续查看 2 条待确认 →)"},
-            {"hook 0.5 return", returned + "已交回 QuillMoss" + hook},
-            {"hook 50 gone", "!clock.arrow.circlepath | 等待已超时" + check},
-            {"hook gone", "minus.circle.fill | 请在原窗口核对" + check},
-            {"card 0.5 allow", allowed + "已点击原生允许" + card},
-            {"card 0.5 deny", denied + "已点击原生取消" + card},
-            {"card 0.5 return", returned + "已交回 QuillMoss" + card},
-            {"card 0.5 changed deny", "minus.circle.fill | 请在原窗口核对" + check},
-            {"demo 0.5 allow", allowed + "已体验允许本次" + demo},
-            {"demo-card 0.5 deny", denied + "已体骁拒绝" + demo},
-            {"demo 0.5 return", returned + "演示已结束" + demo},
+            {"ask A, wait 0.5, handBack A", returned + "已交回 QuillMoss" + hook},
+            {"ask A, wait 50, gone A", "!clock.arrow.circlepath | 等待已超时" + check},
+            {"ask A, gone A", "minus.circle.fill | 请在原窗口核对" + check},
+            {"card A, wait 0.5, allow A", allowed + "已点击原生允许" + card},
+            {"card A, wait 0.5, deny A", denied + "已点击原生取消" + card},
+            {"card A, wait 0.5, handBack A", returned + "已交回 QuillMoss" + card},
+            {"card A, wait 0.5, refuse, deny A", "minus.circle.fill | 请在原窗口核对" + check},
+            {"demo hook, wait 0.5, allow demo", allowed + "已体验允许本次" + demo},
+            {"demo native, wait 0.5, deny demo", denied + "已体骁拒绝" + demo},
+            {"demo hook, wait 0.5, handBack demo", returned + "演示已结束" + demo},
         });
 }
 
@@ -288,22 +290,22 @@ TEST(NotchStates, idleNotchTellsHowThingsStandAndTheNextStep)
         " | 安装审批 Hook 后重启 QuillMoss，\n支持的工具请求就会出现在这里。" + native
         + " | (+接入 QuillMoss)" + demo;
     const std::string open = " | (+打开 QuillMoss ↗)" + demo;
-    expectShown(
-        "idle-title/..", {
-                             {"unreachable unconnected open", "桥接暂不可用" + connect},
-                             {"unconnected open", "还差一步，接入 QuillMoss" + connect},
-                             {"open", quiet + native + open},
-                             {"questionRemindersEnabled open", quiet + open},
-                             {"questionRemindersEnabled nativeApprovalsEnabled open",
-                                 quiet + native + " | (+开启辅助功能)" + demo},
-                             {"nativeApprovalsEnabled trusted open", quiet + native + open},
-                             {"completionRemindersEnabled open",
-                                 quiet + " | 结束提醒 · 本轮结束提醒尚未开启" + native + open},
-                             {"editions hook gone 5 open",
-                                 "已就绪，等待新事件 | 收到支持的事件时提醒，平时保持安静。 | "
-                                 "QuillMoss、QuillMoss AI · Hook 已安装，本次运行已收到请求"
-                                     + native + open},
-                         });
+    expectShown("idle-title/..",
+        {
+            {"unreachable, editions 0, open", "桥接暂不可用" + connect},
+            {"editions 0, open", "还差一步，接入 QuillMoss" + connect},
+            {"open", quiet + native + open},
+            {"off questionRemindersEnabled, open", quiet + open},
+            {"off questionRemindersEnabled, on nativeApprovalsEnabled, open",
+                quiet + native + " | (+开启辅助功能)" + demo},
+            {"on nativeApprovalsEnabled, trusted, watch, open", quiet + native + open},
+            {"on completionRemindersEnabled, open",
+                quiet + " | 结束提醒 · 本轮结束提醒尚未开启" + native + open},
+            {"editions 2, ask A, gone A, wait 5, open",
+                "已就绪，等待新事件 | 收到支持的事件时提醒，平时保持安静。 | "
+                "QuillMoss、QuillMoss AI · Hook 已安装，本次运行已收到请求"
+                    + native + open},
+        });
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotchView/PreviewRender.h"
-#include "support/FakeOutside.h"
+#include "AppModel/StartedModel.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -19,26 +19,19 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-// The exit status, and what the picture shows.
+// The exit status, what is pictured, and the state of the model.
 std::string rendered(const Arguments& arguments)
 {
-    FakeOutside outside;
-    AppModel model(outside.seams());
+    StartedModel started;
     // The buttons are armed at about the time when they are in a launch.
     QObject running;
-    QTimer::singleShot(470, &running, [&outside] { outside.time.advance(Seconds{0.47}); });
+    QTimer::singleShot(470, &running, [&] { started.outside.time.advance(Seconds{0.47}); });
     const auto options = *PreviewOptions::parse(arguments);
-    auto line = std::to_string(PreviewRender(model, outside.time).run(options));
-    line += ' ' + std::to_string(QImage(QString::fromStdString(options.path)).width());
-    const auto& interaction = model.state().interaction;
-    line += model.state().isExpanded() ? " open" : " closed";
-    if (const auto* current = interaction.current())
-        line += current->isNative() ? " card" : " hook";
-    line += interaction.showAllParameters ? " details" : "";
-    if (interaction.feedback() && interaction.feedback()->isDemo)
-        line += " receipt " + std::to_string(static_cast<int>(interaction.feedback()->kind));
-    EXPECT_TRUE(outside.takeCalls("server").empty());
-    return line;
+    const int status = PreviewRender(started.model, started.outside.time).run(options);
+    const QImage picture(QString::fromStdString(options.path));
+    const auto* current = started.interaction().current();
+    return std::to_string(status) + ' ' + std::to_string(picture.width())
+         + (current && current->isNative() ? " card " : " ") + started.after("");
 }
 
 TEST(PreviewRender, picturesWhatTheFlagsSay)
@@ -46,9 +39,10 @@ TEST(PreviewRender, picturesWhatTheFlagsSay)
     const TemporaryDirectory directory;
     const auto path = directory.path() + "/a.png";
     for (const auto& [flags, expected] : std::initializer_list<std::pair<Arguments, const char*>>{
-             {{"--preview-compact"}, "0 240 closed hook"},
-             {{"--preview-native", "--preview-details"}, "0 480 open card details"},
-             {{"--preview-receipt"}, "0 480 open receipt 0"},
+             {{"--preview-compact"}, "0 240 closed [demo] trying"},
+             {{"--preview-native", "--preview-details"},
+                 "0 480 card open [demo] armed details trying"},
+             {{"--preview-receipt"}, "0 480 open receipt allowed demo"},
              {{"--preview-idle", "--preview-settings"}, "0 600 open"},
          }) {
         auto arguments = flags;
@@ -68,7 +62,8 @@ TEST(PreviewRender, saysThatAFileCannotBeWritten)
 {
     const TemporaryDirectory directory;
     testing::internal::CaptureStderr();
-    EXPECT_EQ(rendered({"--render-preview", directory.path() + "/none/a.png"}), "1 0 open hook");
+    EXPECT_EQ(rendered({"--render-preview", directory.path() + "/none/a.png"}),
+        "1 0 open [demo] armed trying");
     const auto line = testing::internal::GetCapturedStderr();
     EXPECT_TRUE(line.starts_with("Preview write failed: ") && line.ends_with('\n')) << line;
 }

@@ -5,30 +5,31 @@
 
 #include "Foundation/Json.h"
 
-#include <algorithm>
-#include <array>
-#include <sstream>
-#include <utility>
 #include <vector>
 
 namespace notch {
 namespace {
 
-void arriveWith(
-    Scene& scene, const char* tool, const char* input, const char* source, const char* session)
+ApprovalRequest edit(ApprovalRequest request)
 {
-    auto request = scene.command();
-    request.toolName = tool;
-    request.toolInputJSON = input;
-    request.source = source;
-    request.sessionID = session;
-    scene.arrive(request);
+    request.toolName = "Edit";
+    request.toolInputJSON = R"({"file":"a"})";
+    request.source = "quillmossai";
+    request.sessionID = "会话一二三四五六七八九十百千";
+    return request;
+}
+
+ApprovalRequest empty(ApprovalRequest request)
+{
+    request.toolInputJSON = "{}";
+    request.source = "quillmossAI";
+    request.sessionID.clear();
+    return request;
 }
 
 // Nothing of this may push, cover or imitate anything beside it.
-void arriveWithLongTexts(Scene& scene)
+ApprovalRequest longTexts(ApprovalRequest request)
 {
-    auto request = scene.command();
     std::string command = "find . -name '*.tmp' \u202E -delete # שלום";
     for (int line = 0; line < 12; ++line)
         command += "\n删除 " + std::string(60, 'x');
@@ -37,85 +38,17 @@ void arriveWithLongTexts(Scene& scene)
     request.sessionID = "<b>允许</b>\n" + request.sessionID;
     request.toolInputJSON =
         Json(Json::Object{{"command", command}, {"description", command}}).pretty();
-    scene.arrive(request);
+    return request;
 }
 
 // In the host's own window, where it waits without end.
-void showCard(Scene& scene)
+ApprovalRequest card(ApprovalRequest request)
 {
-    auto card = scene.command();
-    card.eventName = nativeApprovalEventName;
-    card.toolName = "原生安全确认";
-    card.sessionID = "窗口";
-    card.expiresAt = card.expiresAt + Seconds{315360000};
-    scene.outside.monitor.callbacks.onRequest(card);
-}
-
-void decide(Scene& scene, Decision decision)
-{
-    scene.model.decide(ApprovalRequest(*scene.model.state().interaction.current()), decision);
-}
-
-void connect(Scene& scene, std::vector<std::string> editions)
-{
-    scene.outside.profiles = std::move(editions);
-    scene.model.refreshConfiguredProfiles();
-}
-
-struct Word {
-    std::string_view name;
-    void (*play)(Scene&);
-};
-
-constexpr std::array dictionary{
-    Word{"hook", [](Scene& it) { it.arrive(it.command()); }},
-    Word{"edit",
-        [](Scene& it) {
-            arriveWith(
-                it, "Edit", R"({"file":"a"})", "quillmossai", "会话一二三四五六七八九十百千");
-        }},
-    Word{"empty", [](Scene& it) { arriveWith(it, "Bash", "{}", "quillmossAI", ""); }},
-    Word{"long", arriveWithLongTexts},
-    Word{"card", showCard},
-    Word{"changed", [](Scene& it) { it.outside.monitor.cardVerifies = false; }},
-    Word{"gone", [](Scene& it) { it.outside.remove("A"); }},
-    Word{"allow", [](Scene& it) { decide(it, Decision::allow); }},
-    Word{"deny", [](Scene& it) { decide(it, Decision::deny); }},
-    Word{"return", [](Scene& it) { decide(it, Decision::passthrough); }},
-    Word{"demo", [](Scene& it) { it.model.showDemo(Demo::hook); }},
-    Word{"demo-card", [](Scene& it) { it.model.showDemo(Demo::native); }},
-    Word{"open", [](Scene& it) { it.model.expand(); }},
-    Word{"close", [](Scene& it) { it.model.collapse(); }},
-    Word{"next", [](Scene& it) { it.model.selectAdjacent(1); }},
-    Word{"copy", [](Scene& it) { it.model.copyRequest(*it.model.state().interaction.current()); }},
-    Word{"details", [](Scene& it) { it.model.setShowAllParameters(true); }},
-    Word{"question", [](Scene& it) { it.outside.reminders.question = true; }},
-    Word{"turn-end", [](Scene& it) { it.outside.reminders.completion = true; }},
-    Word{"unreachable", [](Scene& it) { it.outside.server.callbacks.onUnreachable(); }},
-    Word{"unconnected", [](Scene& it) { connect(it, {}); }},
-    Word{"editions",
-        [](Scene& it) {
-            connect(it, {"QuillMoss", "QuillMoss AI"});
-        }},
-    Word{"trusted",
-        [](Scene& it) {
-            it.outside.monitor.trusted = true;
-            it.model.refreshNativeMonitoring();
-        }},
-};
-
-// Otherwise a preference that is switched over, or seconds that pass.
-void playWord(Scene& scene, const std::string& word)
-{
-    const auto* const known = std::ranges::find(dictionary, word, &Word::name);
-    const auto* const preference =
-        std::ranges::find(allPreferences, word, [](Preference one) { return name(one); });
-    if (known != dictionary.end())
-        known->play(scene);
-    else if (preference != allPreferences.end())
-        scene.outside.preferences.set(*preference, !scene.outside.preferences.isOn(*preference));
-    else
-        scene.outside.time.advance(Seconds{std::stod(word)});
+    request.eventName = nativeApprovalEventName;
+    request.toolName = "原生安全确认";
+    request.sessionID = "窗口";
+    request.expiresAt = request.expiresAt + Seconds{315360000};
+    return request;
 }
 
 } // namespace
@@ -124,20 +57,29 @@ Scene::Scene()
 {
     model.setNotchHeight(8);
     model.setWidths(480, 236);
-    model.start();
-    outside.time.runPosted();
+    operations_["ask"] = [this] { arrive(command(next())); };
+    operations_["edit"] = [this] { arrive(edit(command(next()))); };
+    operations_["empty"] = [this] { arrive(empty(command(next()))); };
+    operations_["long"] = [this] { arrive(longTexts(command(next()))); };
+    operations_["card"] = [this] {
+        outside.monitor.callbacks.onRequest(card(command(next())));
+        outside.time.runPosted();
+    };
+    operations_["trusted"] = [this] { outside.monitor.trusted = true; };
+    operations_["unreachable"] = [this] {
+        outside.server.callbacks.onUnreachable();
+        outside.time.runPosted();
+    };
+    operations_["editions"] = [this] {
+        outside.profiles = {"QuillMoss", "QuillMoss AI"};
+        outside.profiles->resize(next<std::size_t>());
+        model.refreshConfiguredProfiles();
+    };
 }
 
-void Scene::play(std::string_view words)
+ApprovalRequest Scene::command(const std::string& id) const
 {
-    std::istringstream stream{std::string(words)};
-    for (std::string word; stream >> word; outside.time.runPosted())
-        playWord(*this, word);
-}
-
-ApprovalRequest Scene::command()
-{
-    auto request = outside.hookRequest(std::string(1, ++lastID));
+    auto request = outside.hookRequest(id);
     request.sessionID = "7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64";
     request.cwd = "/home/lin/Projects/moss-garden";
     request.toolInputJSON = R"({"command":"rm -rf build && cmake --preset release\ncmake --build )"

@@ -3,33 +3,22 @@
 
 #pragma once
 
+#include "AppModel/StartedModel.h"
 #include "NotchView/NotchView.h"
-#include "support/FakeOutside.h"
 
 #include <QAbstractButton>
 
-#include <string>
-#include <string_view>
-
 namespace notch {
 
-// A started model with everything outside made up, brought into a state by words:
-//
-//   scene.play("hook 0.5 allow"); // A hook asks, half a second passes, the person allows.
-//
-// Scene.cpp has the words.
-struct Scene {
+// A model that is brought into a state by the words of its traces, with requests as people see
+// them and these words more: a hook that asks with "edit", "empty" or "long" texts, the number of
+// "editions", "trusted" and "unreachable".
+struct Scene : StartedModel {
     Scene();
 
-    void play(std::string_view words);
-    // What the hook of most scenes asks, with an identifier that is new: A, B and so on.
-    ApprovalRequest command();
-    // A hook asks this.
+    // What the hook of most scenes asks.
+    ApprovalRequest command(const std::string& id) const;
     void arrive(const ApprovalRequest& request);
-
-    FakeOutside outside;
-    AppModel model{outside.seams()};
-    char lastID = '@';
 };
 
 // With the view of its model on show, laid out as the host would.

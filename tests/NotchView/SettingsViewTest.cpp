@@ -31,7 +31,7 @@ TEST_F(SettingsViewTest, tellsHowTheBridgeAndTheEditionsStand)
 {
     EXPECT_EQ(text("settings-bridge"), "本地桥接已就绪");
     EXPECT_EQ(text("settings-editions"), "QuillMoss · Hook 已安装");
-    play("unconnected");
+    play("editions 0");
     settings.refresh();
     EXPECT_EQ(text("settings-editions"), "本应用 Hook：未安装");
 }
