@@ -69,9 +69,9 @@ TEST(HookInstaller, refusesSettingsTheHostMightNotUnderstand)
              Row{R"({"hooks":{"Stop":[{"hooks":[{},1]}]}})", badGroup},
              Row{R"({"hooks":{"Stop":[{"hooks":[{}]}]}})", badType},
              Row{R"({"hooks":{"Stop":[{"hooks":[{"type":""}]}]}})", badType},
-             Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"command","url":"x"}]}]}})",
+             Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"command","command":1}]}]}})",
                  "Command hook 缺少字符串 command。"},
-             Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"http","command":"x"}]}]}})",
+             Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"http","url":1}]}]}})",
                  "HTTP hook 缺少字符串 url。"},
              Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"x","timeout":"60"}]}]}})", badTimeout},
              Row{R"({"hooks":{"Stop":[{"hooks":[{"type":"x","timeout":null}]}]}})", badTimeout},
@@ -101,13 +101,12 @@ TEST(HookInstaller, refusesTheRetiredInterceptionBeforeAnythingElse)
 
 TEST(HookInstaller, previewsWithoutShowingOrTouchingTheFile)
 {
-    const auto preview = [](const SettingsFile& settings) {
-        return HookInstaller().preview(
-            settings.url(), ownExecutable, "quillmoss", InterceptBash::no);
+    const auto preview = [](const std::string& url) {
+        return HookInstaller().preview(url, ownExecutable, "quillmoss", InterceptBash::no);
     };
     const SettingsFile settings(R"({"apiKey":"secret"})");
     const auto added = withOwnEntries(R"({"hooks":{"PermissionRequest":[{"hooks":[{OWN}]}]}})");
-    EXPECT_EQ(preview(settings),
+    EXPECT_EQ(preview(settings.url()),
         "目标配置：" + settings.url()
             + "\n来源：quillmoss\n"
               "安装前将创建仅当前用户可读的备份，保留其他设置和他人的 hooks。\n"
@@ -115,11 +114,12 @@ TEST(HookInstaller, previewsWithoutShowingOrTouchingTheFile)
               "原生安全弹窗未必发送该事件，不以拦截全部命令作为替代。\n"
               "以下仅显示本应用拟添加的 hook，不显示现有设置或密钥：\n"
             + Json::parse(added)->pretty() + "\n");
-    EXPECT_TRUE(settings.backups().empty());
-    EXPECT_FALSE(std::filesystem::exists(settings.directory() + "/.quillmoss-notch-v1.lock"));
+    preview(settings.directory() + "/none/settings.json");
+    const std::filesystem::directory_iterator all(settings.directory());
+    EXPECT_EQ(std::distance(all, {}), 1) << "settings.json";
 
     settings.write("[]");
-    EXPECT_EQ(failureOf([&] { preview(settings); }), notJson);
+    EXPECT_EQ(failureOf([&] { preview(settings.url()); }), notJson);
 }
 
 } // namespace

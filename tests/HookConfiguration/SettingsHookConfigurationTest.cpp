@@ -69,7 +69,9 @@ TEST(SettingsHookConfiguration, judgesByTheFirstRuleThatHolds)
             Row{ask(R"({"hooks":[{OWN,"timeout":30}]})"), changed},
             Row{ask(R"({"hooks":[{OWN,"note":1}]})"), changed, true},
             Row{ask(R"({"hooks":[{OWN}],"note":1})"), changed, true},
-            Row{R"({"UserPromptSubmit":[{"hooks":[{OWN}]}]})", changed},
+            Row{R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}],)"
+                R"("UserPromptSubmit":[{"hooks":[{OWN}]}]})",
+                intercepting(changed)},
             Row{ask(R"({"hooks":[{OWN,"type":"prompt"}]})"), none},
             Row{R"({"Stop":1})", invalid("Hook 事件必须包含分组数组。")},
             Row{"[]", invalid("hooks 必须是 JSON 对象。")},
