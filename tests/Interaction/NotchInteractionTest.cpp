@@ -34,8 +34,9 @@ at 0.20 receive B until 50                   | yes  open [A] B ready 0.45 detail
 at 1.00 collapse, can A                      | no  closed [A] B ready 0.45 details
 at 1.00 receive C until 50                   | yes  open [A] B C ready 1.45 details
 at 2.00 select C, at 2.40 select C, select X | open A B [C] ready 2.45
-at 3.00 select A                             | open [A] B C ready 3.45
-at 4.00 receive D until 50                   | yes  open [A] B C D ready 3.45
+at 2.50 gone B                               | open A [C] ready 2.45
+at 3.00 select A                             | open [A] C ready 3.45
+at 4.00 receive D until 50                   | yes  open [A] C D ready 3.45
 )"},
     {"arms anew when it is opened again",
         R"(at 0.00 receive A until 50, at 1.00 expand   | yes  open [A] ready 0.45

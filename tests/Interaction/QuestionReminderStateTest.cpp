@@ -123,8 +123,8 @@ TEST(QuestionReminderState, followsAFlowThroughItsObservations)
                  "Ai A1i A1pf+ A1px+ A1px A1px0 A1px0"},
              Row{"hand-off outlasts an unreadable scan", "a1 a1 begin ? yes a1 a1",
                  "Ai A1i A1pf+ Apf Apa+ Apa Apa"},
-             Row{"stale token", "a1 a1 begin b1 b1 old.yes old.begin begin",
-                 "Ai A1i A1pf+ Bi B1i B1i0 B1i0 B1pf+"},
+             Row{"stale token", "a1 a1 begin b1 b1 old.yes old.begin begin old.yes",
+                 "Ai A1i A1pf+ Bi B1i B1i0 B1i0 B1pf+ B1pf0"},
          })
         EXPECT_EQ(Trace().run(script), trace) << name;
 }

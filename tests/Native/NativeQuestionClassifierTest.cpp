@@ -69,10 +69,10 @@ const Mutations spoiltNodes{"w=Group", "w-visible", "w-frame", "w.h-2000", "w.x+
     "page-visible", "page-enabled", "page=Window", "card=List", "card-visible", "card-enabled",
     "card-frame", "title=Heading", "title-visible", "title-enabled", "title-frame", "next=Link",
     "next-visible", "next-enabled", "next-frame", "nextImage=StaticText", "nextImage-visible",
-    "nextImage-frame", "previous-enabled", "skip-enabled", "current=Image", "current-enabled",
-    "separator-visible", "row1=Group", "row2-visible", "row2-enabled", "row2-frame",
-    "number1-visible", "number1-enabled", "number1-frame", "label1-enabled", "label1-frame",
-    "label2=Link", "image2=StaticText", "image2-visible"};
+    "nextImage-frame", "nextImage.w-8", "previous-enabled", "skip-enabled", "current=Image",
+    "current-enabled", "separator-visible", "row1=Group", "row2-visible", "row2-enabled",
+    "row2-frame", "number1-visible", "number1-enabled", "number1-frame", "label1-enabled",
+    "label1-frame", "label2=Link", "image2=StaticText", "image2-visible", "image2.w-16"};
 
 const Mutations spoiltTexts{// Ids and controls.
     "#page => #page @0,0,0,0", "#page => #-", "#page => #other",
