@@ -90,6 +90,10 @@ const Mutations spoiltTexts{// Ids and controls.
         Image #previousImage @352,28,8,8
       StaticText #current @376,22,20,20 "0")",
     // The rows.
+    "in image2 Image",
+    R"("2 远程服务器"
+        StaticText #number2 @24,122,16,20 "2" => "3 远程服务器"
+        StaticText #number2 @24,122,16,20 "3")",
     "after image2 Image", "drop label2", "550,122,16,20 => 550,122,16,20 \"x\"",
     "2 远程服务器 => 2 远程服务器 推荐", "2 远程服务器 => 远程服务器", "20 \"1\" => 20 \"2\"",
     R"("2 远程服务器"
