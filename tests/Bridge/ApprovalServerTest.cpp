@@ -172,7 +172,10 @@ TEST_F(ApprovalServerTest, holdsThirtyTwoAndClosesTheNext)
 
 TEST_F(ApprovalServerTest, startsAgainAfterAStop)
 {
-    EXPECT_EQ(server.start({})->describe(), "An approval bridge is already running.");
+    const TransportError running{TransportError::Code::alreadyRunning};
+    EXPECT_EQ(running.describe(), "An approval bridge is already running.");
+    EXPECT_EQ(server.start({}), running);
+    EXPECT_EQ(ApprovalServer(place.directory()).start({}), running);
     server.stop();
     server.stop();
     EXPECT_EQ(client.exchange(request(11)), std::nullopt);

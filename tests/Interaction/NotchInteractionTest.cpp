@@ -51,7 +51,7 @@ at 0.00 leave              | closed ready 0.45
 at 0.00 enter              | yes  closed ready 0.45 inside
 at 0.00 leave, collapse    | closed ready 0.45
 at 0.00 enter              | yes  closed ready 0.45 inside
-at 0.00 collapse           | closed ready 0.45 inside blocked
+at 0.00 details, collapse  | closed ready 0.45 inside blocked details
 at 1.00 receive A until 50 | yes  open [A] ready 1.45 inside
 at 1.00 collapse           | closed [A] ready 1.45 inside blocked
 at 2.00 expand             | open [A] ready 2.45 inside

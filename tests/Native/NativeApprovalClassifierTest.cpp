@@ -104,9 +104,11 @@ const Mutations spoiltRows{"page=List",
     "in allow Image -visible", "after=Button",
     "    Button #allow =>     Group\n      Button #allow \"允许本次删除\"",
     // Deny above allow, and nothing below.
-    R"(允许本次删除"
+    R"("1."
+      StaticText "允许本次删除"
     Button #deny @40,184,300,30 "取消删除"
-    StaticText #after "完" => 取消删除"
+    StaticText #after "完" => "2."
+      StaticText "取消删除"
     Button #deny @40,184,300,30 "允许本次删除")"};
 
 // What the rules pass over.

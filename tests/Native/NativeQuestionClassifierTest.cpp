@@ -60,9 +60,9 @@ Mutations titled(const std::vector<std::string>& texts)
     return mutations;
 }
 
-const Mutations spoiltTitles = titled(
-    {"", "  ", "a\" \"b", "加载中", " Title ", "SEND", "全部跳过", "123", "\u0661\u0662", "a...b",
-        "a…", "a⋯", "a {{x", "a }}x", "a ${x", "a <placeholder>", "a\tb", "a\u200Db", "a\u2028b"});
+const Mutations spoiltTitles = titled({"", "  ", "a\" \"b", "加载中", " Title ", "SEND", "发送",
+    "placeholder", "loading", "全部跳过", "123", "\u0661\u0662", "a...b", "a…", "a⋯", "a {{x",
+    "a }}x", "a ${x", "a <placeholder>", "a\tb", "a\u200Db", "a\u2028b", "a\u2029b"});
 
 // A node that is hidden, disabled, without a frame, or of another role.
 const Mutations spoiltNodes{"w=Group", "w-visible", "w-frame", "w.h-2000", "w.x+1e308 w.w+1e308",
