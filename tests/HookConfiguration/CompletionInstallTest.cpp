@@ -3,6 +3,7 @@
 
 #include "HookConfiguration/HookInstaller.h"
 #include "support/SettingsFile.h"
+#include "support/WatchedFileSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -56,6 +57,21 @@ TEST(CompletionInstall, canNotBeToldOfAnEntryEditedByHand)
         HookInstaller().completionInstalled(settings.url(), ownExecutable, Variant::normal);
     }),
         "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。");
+}
+
+TEST(CompletionInstall, canNotBeToldOfAFileThatChangesMeanwhile)
+{
+    const SettingsFile settings("{}");
+    int looks = 0;
+    const WatchedFileSystem files([&](const WatchedFileSystem::Call& call) {
+        if (call.name == "open" && ++looks == 2)
+            settings.write("{ }");
+        return WatchedFileSystem::Fault{};
+    });
+    EXPECT_EQ(failureOf([&] {
+        HookInstaller(files).completionInstalled(settings.url(), ownExecutable, Variant::normal);
+    }),
+        "配置已被其他程序修改；为防止覆盖，操作已取消。");
 }
 
 TEST(CompletionInstall, treatsAMissingFileAsOneWithoutEntries)

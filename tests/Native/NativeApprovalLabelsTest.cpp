@@ -35,6 +35,8 @@ TEST(NativeApprovalLabels, seesButtonsThatNoCardHas)
     for (const auto* button :
         {"Button -visible \"允许本次删除\"", "Button -enabled \"2：取消删除\"",
             "Button \"\"\n  Group\n    StaticText \"1\"\n    StaticText -visible \"允许本次删除\"",
+            "Button\n  StaticText \"2\"\n  StaticText \"                                 "
+            "取消删除\"",
             "Window\n  StaticText\n    Button \"取消删除\" \"2. 取消删除\""})
         EXPECT_TRUE(hasRecognizableButtons(parseTree(button))) << button;
     for (const auto* button : {"Button \"允许本次删除\" \"取消删除\"",
