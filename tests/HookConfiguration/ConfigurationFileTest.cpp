@@ -94,7 +94,7 @@ TEST(ConfigurationFile, ofSomebodyElseIsRefused)
     EXPECT_EQ(inspection(settings.url()), notPlainEither);
 }
 
-TEST(ConfigurationFile, neededAnAbsolutePathWithoutDetours)
+TEST(ConfigurationFile, needsAnAbsolutePathWithoutDetours)
 {
     const SettingsFile settings("{}");
     const auto absolute = "需要绝对配置文件路径。";
