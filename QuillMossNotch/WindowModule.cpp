@@ -6,15 +6,15 @@
 #include "AppDelegate/AppDelegate.h"
 #include "AppDelegate/DesktopOutside.h"
 #include "AppDelegate/LaunchOptions.h"
-#include "AppDelegate/Toolkit.h"
-#include "NotchView/PreviewRender.h"
+#include "Platform/Display/X11.h"
 #include "Platform/SingleInstance/SingleInstance.h"
+#include "Platform/Toolkit/Toolkit.h"
+#include "Preview/PreviewRender.h"
 
 #include <iostream>
 #include <string>
 #include <string_view>
 #include <vector>
-#include <xcb/xcb.h>
 
 namespace notch {
 namespace {
@@ -28,15 +28,6 @@ int complain(std::string_view text)
     return failure;
 }
 
-// Asked before the toolkit is: without a display that ends the process in its own way.
-bool displayIsReachable()
-{
-    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
-    const bool reachable = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return reachable;
-}
-
 int renderPreview(const PreviewOptions& options)
 {
     const Toolkit toolkit(Toolkit::Platform::offscreen);
@@ -47,7 +38,7 @@ int renderPreview(const PreviewOptions& options)
 
 int runResident(LaunchOptions options)
 {
-    if (!displayIsReachable())
+    if (!x11::displayIsReachable())
         return complain("QuillMossNotch needs an X11 display (or XWayland), and $DISPLAY names "
                         "none that can be opened.");
     // Before anything is shown or started.

@@ -5,8 +5,8 @@
 // of a plain pre-order walk that touches every text of the same tree. A ratio that grows with the
 // number of nodes is a classifier that is not linear.
 
-#include "Native/NativeApprovalClassifier.h"
-#include "Native/NativeQuestionClassifier.h"
+#include "Native/Approval/NativeApprovalClassifier.h"
+#include "Native/Question/NativeQuestionClassifier.h"
 #include "support/LargeTree.h"
 #include "support/TreeText.h"
 

@@ -5,7 +5,7 @@
 
 #include "Bridge/ApprovalRequest.h"
 #include "Bridge/Decision.h"
-#include "Bridge/TransportError.h"
+#include "Transport/TransportError.h"
 
 #include <functional>
 #include <optional>

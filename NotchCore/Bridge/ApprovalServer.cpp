@@ -4,7 +4,7 @@
 #include "Bridge/ApprovalServer.h"
 
 #include "Bridge/ApprovalAdmission.h"
-#include "Bridge/Framing.h"
+#include "Transport/Framing.h"
 
 #include <array>
 #include <cerrno>

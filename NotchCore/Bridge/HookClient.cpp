@@ -3,8 +3,8 @@
 
 #include "Bridge/HookClient.h"
 
-#include "Bridge/Framing.h"
 #include "Bridge/HookMessage.h"
+#include "Transport/Framing.h"
 
 #include <array>
 #include <cerrno>

@@ -4,8 +4,8 @@
 #pragma once
 
 #include "Bridge/ApprovalRequest.h"
-#include "Bridge/BridgeSocket.h"
 #include "Bridge/Decision.h"
+#include "Transport/BridgeSocket.h"
 
 #include <optional>
 #include <string_view>

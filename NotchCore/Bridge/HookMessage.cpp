@@ -3,10 +3,10 @@
 
 #include "Bridge/HookMessage.h"
 
-#include "Bridge/Framing.h"
 #include "Bridge/HookEventPolicy.h"
 #include "Foundation/Json.h"
 #include "Foundation/UUID.h"
+#include "Transport/Framing.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Bridge/TransportError.h"
+#include "Transport/TransportError.h"
 #include "TurnEnd/CompletionEvent.h"
 
 #include <functional>

@@ -3,8 +3,8 @@
 
 #include "TurnEnd/CompletionHookClient.h"
 
-#include "Bridge/Framing.h"
-#include "Bridge/PollUntil.h"
+#include "Transport/Framing.h"
+#include "Transport/PollUntil.h"
 
 #include <array>
 #include <cerrno>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Bridge/BridgeSocket.h"
+#include "Transport/BridgeSocket.h"
 #include "TurnEnd/CompletionEvent.h"
 
 #include <unistd.h>

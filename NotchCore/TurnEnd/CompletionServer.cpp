@@ -3,7 +3,7 @@
 
 #include "TurnEnd/CompletionServer.h"
 
-#include "Bridge/Framing.h"
+#include "Transport/Framing.h"
 
 #include <cerrno>
 #include <memory>

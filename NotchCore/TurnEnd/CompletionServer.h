@@ -3,12 +3,12 @@
 
 #pragma once
 
-#include "Bridge/BridgeSocket.h"
-#include "Bridge/ListeningSocket.h"
-#include "Bridge/PollableFlag.h"
-#include "Bridge/WorkerGroup.h"
 #include "Foundation/SerialQueue.h"
 #include "Foundation/UniqueFd.h"
+#include "Transport/BridgeSocket.h"
+#include "Transport/ListeningSocket.h"
+#include "Transport/PollableFlag.h"
+#include "Transport/WorkerGroup.h"
 #include "TurnEnd/CompletionChannel.h"
 
 #include <mutex>

@@ -4,7 +4,7 @@
 #include "AppDelegate/AppDelegate.h"
 
 #include "AppDelegate/QuitAlert.h"
-#include "NotchView/ResourceIcon.h"
+#include "Style/ResourceIcon.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -6,7 +6,6 @@
 #include "AppModel/AppModel.h"
 #include "Bridge/ApprovalServer.h"
 #include "HookConfiguration/ConfiguredProfiles.h"
-#include "Platform/Display/X11.h"
 #include "Platform/MainQueue/QtMainQueue.h"
 #include "Platform/Pasteboard/ClipboardPasteboard.h"
 #include "Platform/Preferences/SettingsPreferences.h"
@@ -23,7 +22,7 @@ struct DesktopOutside {
     AbsentReminders reminders;
     SettingsPreferences preferences{SettingsPreferences::defaultFile()};
     ClipboardPasteboard pasteboard;
-    DesktopWorkspace workspace{mainQueue, x11::connection()};
+    DesktopWorkspace workspace{mainQueue};
 
     AppModel::Outside seams()
     {

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "AppModel/Preferences.h"
+#include "Services/Preferences.h"
 
 #include <span>
 #include <string>

@@ -3,7 +3,7 @@
 
 #include "AppDelegate/NotchStage.h"
 
-#include "NotchViewport/NotchViewport.h"
+#include "NotchPanel/NotchViewport.h"
 #include "Platform/Display/ReducedMotion.h"
 
 #include <cmath>

@@ -4,16 +4,16 @@
 #pragma once
 
 #include "AppModel/DemoRequest.h"
-#include "AppModel/NativeApprovals.h"
-#include "AppModel/Pasteboard.h"
-#include "AppModel/Preferences.h"
 #include "AppModel/Reminders.h"
-#include "AppModel/Workspace.h"
 #include "Bridge/ApprovalBridge.h"
 #include "Foundation/MainQueue.h"
 #include "Foundation/Time.h"
 #include "Foundation/UUID.h"
 #include "Interaction/NotchInteraction.h"
+#include "Native/NativeApprovals.h"
+#include "Services/Pasteboard.h"
+#include "Services/Preferences.h"
+#include "Services/Workspace.h"
 
 #include <cassert>
 #include <functional>

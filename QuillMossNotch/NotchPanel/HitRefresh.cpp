@@ -4,7 +4,7 @@
 #include "NotchPanel/HitRefresh.h"
 
 #include "AppModel/AppModel.h"
-#include "NotchPanel/PanelGeometry.h"
+#include "Geometry/PanelGeometry.h"
 
 namespace notch {
 

@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "Geometry/PanelGeometry.h"
 #include "NotchPanel/NotchSurface.h"
-#include "NotchPanel/PanelGeometry.h"
 #include "NotchPanel/VerticalRevealAnimator.h"
 
 #include <functional>

@@ -3,7 +3,7 @@
 
 #include "NotchPanel/NotchPanel.h"
 
-#include "NotchPanel/NotchShape.h"
+#include "Geometry/NotchShape.h"
 #include "Platform/Display/WindowShape.h"
 #include "Platform/Pointer/PointerPosition.h"
 

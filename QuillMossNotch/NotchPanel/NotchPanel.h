@@ -4,7 +4,7 @@
 #pragma once
 
 #include "NotchPanel/NotchSurface.h"
-#include "NotchViewport/NotchViewport.h"
+#include "NotchPanel/NotchViewport.h"
 #include "Platform/Display/Compositor.h"
 #include "Platform/Display/KeyboardFocus.h"
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "NotchPanel/Rect.h"
+#include "Geometry/Rect.h"
 
 #include <optional>
 

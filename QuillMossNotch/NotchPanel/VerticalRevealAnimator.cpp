@@ -3,7 +3,7 @@
 
 #include "NotchPanel/VerticalRevealAnimator.h"
 
-#include "NotchPanel/PanelGeometry.h"
+#include "Geometry/PanelGeometry.h"
 
 #include <algorithm>
 #include <cmath>

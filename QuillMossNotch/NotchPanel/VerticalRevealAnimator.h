@@ -5,8 +5,8 @@
 
 #include "Foundation/MainQueue.h"
 #include "Foundation/Time.h"
+#include "Geometry/Rect.h"
 #include "NotchPanel/NotchSurface.h"
-#include "NotchPanel/Rect.h"
 
 #include <cstdint>
 #include <functional>

@@ -6,7 +6,7 @@
 #include "Foundation/Json.h"
 #include "Foundation/Utf8.h"
 #include "Interaction/ApprovalPresentation.h"
-#include "NotchView/VisibleText.h"
+#include "Style/VisibleText.h"
 
 #include <cmath>
 

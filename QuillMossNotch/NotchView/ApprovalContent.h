@@ -6,7 +6,7 @@
 #include "Bridge/ApprovalRequest.h"
 #include "Foundation/Time.h"
 #include "Interaction/NotchInteraction.h"
-#include "NotchView/Symbol.h"
+#include "Style/Symbol.h"
 
 #include <optional>
 #include <string>

@@ -3,12 +3,12 @@
 
 #include "NotchView/ApprovalSection.h"
 
-#include "NotchView/ActionButton.h"
 #include "NotchView/DecisionSection.h"
-#include "NotchView/NotchStyle.h"
 #include "NotchView/SwitcherSection.h"
-#include "NotchView/TextBlock.h"
-#include "NotchView/TextLine.h"
+#include "Style/ActionButton.h"
+#include "Style/NotchStyle.h"
+#include "Style/TextBlock.h"
+#include "Style/TextLine.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

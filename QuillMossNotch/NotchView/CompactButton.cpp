@@ -4,8 +4,8 @@
 #include "NotchView/CompactButton.h"
 
 #include "NotchView/CompactContent.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/SymbolPath.h"
+#include "Style/NotchStyle.h"
+#include "Style/SymbolPath.h"
 
 #include <QPainter>
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "NotchView/Symbol.h"
+#include "Style/Symbol.h"
 
 #include <QAbstractButton>
 

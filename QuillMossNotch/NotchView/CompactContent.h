@@ -4,7 +4,7 @@
 #pragma once
 
 #include "NotchView/DisplayState.h"
-#include "NotchView/Symbol.h"
+#include "Style/Symbol.h"
 
 #include <string>
 #include <string_view>

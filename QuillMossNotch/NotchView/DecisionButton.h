@@ -4,7 +4,7 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "NotchView/ActionButton.h"
+#include "Style/ActionButton.h"
 
 #include <optional>
 #include <string>

@@ -4,8 +4,8 @@
 #include "NotchView/DecisionSection.h"
 
 #include "NotchView/DecisionButton.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/TextLine.h"
+#include "Style/NotchStyle.h"
+#include "Style/TextLine.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>

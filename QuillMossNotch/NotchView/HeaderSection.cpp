@@ -4,11 +4,11 @@
 #include "NotchView/HeaderSection.h"
 
 #include "NotchView/HeaderContent.h"
-#include "NotchView/IconButton.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/ResourceIcon.h"
-#include "NotchView/SymbolPath.h"
-#include "NotchView/TextLine.h"
+#include "Style/IconButton.h"
+#include "Style/NotchStyle.h"
+#include "Style/ResourceIcon.h"
+#include "Style/SymbolPath.h"
+#include "Style/TextLine.h"
 
 #include <QHBoxLayout>
 #include <QIcon>

@@ -3,9 +3,9 @@
 
 #include "NotchView/IdleSection.h"
 
-#include "NotchView/ActionButton.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/TextLine.h"
+#include "Style/ActionButton.h"
+#include "Style/NotchStyle.h"
+#include "Style/TextLine.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -3,7 +3,6 @@
 
 #include "NotchView/NotchView.h"
 
-#include "NotchView/ActionButton.h"
 #include "NotchView/ApprovalSection.h"
 #include "NotchView/CompactButton.h"
 #include "NotchView/CompactContent.h"
@@ -11,8 +10,9 @@
 #include "NotchView/HeaderSection.h"
 #include "NotchView/IdleContent.h"
 #include "NotchView/IdleSection.h"
-#include "NotchView/NotchStyle.h"
 #include "NotchView/ReceiptSection.h"
+#include "Style/ActionButton.h"
+#include "Style/NotchStyle.h"
 
 #include <QVBoxLayout>
 

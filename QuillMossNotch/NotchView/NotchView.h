@@ -4,9 +4,9 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "AppModel/Preferences.h"
 #include "Foundation/Time.h"
 #include "NotchView/DisplayState.h"
+#include "Services/Preferences.h"
 
 #include <QTimer>
 #include <QWidget>

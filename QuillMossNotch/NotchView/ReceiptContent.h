@@ -4,7 +4,7 @@
 #pragma once
 
 #include "Interaction/NotchInteraction.h"
-#include "NotchView/Symbol.h"
+#include "Style/Symbol.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -3,11 +3,11 @@
 
 #include "NotchView/ReceiptSection.h"
 
-#include "NotchView/ActionButton.h"
-#include "NotchView/NotchStyle.h"
 #include "NotchView/ReceiptContent.h"
-#include "NotchView/SymbolPath.h"
-#include "NotchView/TextLine.h"
+#include "Style/ActionButton.h"
+#include "Style/NotchStyle.h"
+#include "Style/SymbolPath.h"
+#include "Style/TextLine.h"
 
 #include <QPainter>
 #include <QVBoxLayout>

@@ -4,7 +4,7 @@
 #include "NotchView/SwitcherContent.h"
 
 #include "Interaction/ApprovalPresentation.h"
-#include "NotchView/VisibleText.h"
+#include "Style/VisibleText.h"
 
 namespace notch {
 namespace {

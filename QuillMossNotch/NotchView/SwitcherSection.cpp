@@ -3,9 +3,9 @@
 
 #include "NotchView/SwitcherSection.h"
 
-#include "NotchView/IconButton.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/TextLine.h"
+#include "Style/IconButton.h"
+#include "Style/NotchStyle.h"
+#include "Style/TextLine.h"
 
 #include <QHBoxLayout>
 #include <QListWidget>

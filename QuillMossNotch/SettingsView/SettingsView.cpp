@@ -3,8 +3,8 @@
 
 #include "SettingsView/SettingsView.h"
 
-#include "NotchView/NotchStyle.h"
-#include "NotchView/SymbolPath.h"
+#include "Style/NotchStyle.h"
+#include "Style/SymbolPath.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

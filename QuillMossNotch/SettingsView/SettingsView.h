@@ -4,7 +4,7 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "AppModel/Preferences.h"
+#include "Services/Preferences.h"
 
 #include <QWidget>
 

@@ -5,8 +5,8 @@
 // points at twice the scale; beside it filling as many pixels once. Off-screen unless
 // QT_QPA_PLATFORM says otherwise (xcb: with the shapes and what goes to the server).
 
+#include "Geometry/PanelGeometry.h"
 #include "NotchPanel/NotchPanel.h"
-#include "NotchPanel/PanelGeometry.h"
 #include "NotchView/NotchView.h"
 #include "support/FakeOutside.h"
 

@@ -3,8 +3,8 @@
 
 #include "Bridge/ApprovalServer.h"
 
-#include "Bridge/Framing.h"
 #include "Bridge/HookClient.h"
+#include "Transport/Framing.h"
 #include "support/Connections.h"
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"

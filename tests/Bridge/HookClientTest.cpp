@@ -3,8 +3,8 @@
 
 #include "Bridge/HookClient.h"
 
-#include "Bridge/Framing.h"
-#include "Bridge/ListeningSocket.h"
+#include "Transport/Framing.h"
+#include "Transport/ListeningSocket.h"
 #include "support/Connections.h"
 #include "support/TemporaryDirectory.h"
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Native/NativeApprovalClassifier.h"
-#include "Native/NativeQuestionClassifier.h"
+#include "Native/Approval/NativeApprovalClassifier.h"
+#include "Native/Question/NativeQuestionClassifier.h"
 #include "support/LargeTree.h"
 
 #include <gtest/gtest.h>

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "Native/NativeApprovalMatch.h"
-#include "Native/NativeApprovalNode.h"
-#include "Native/NativeQuestionMatch.h"
+#include "Native/Approval/NativeApprovalMatch.h"
+#include "Native/Question/NativeQuestionMatch.h"
+#include "Native/Tree/NativeApprovalNode.h"
 
 #include <optional>
 #include <set>

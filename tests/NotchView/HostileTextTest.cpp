@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "Foundation/Json.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/VisibleText.h"
 #include "Scene.h"
+#include "Style/NotchStyle.h"
+#include "Style/VisibleText.h"
 
 #include <gmock/gmock.h>
 

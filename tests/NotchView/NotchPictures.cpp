@@ -3,7 +3,7 @@
 
 // NotchPictures FOLDER: writes a picture of each state of the notch into the folder.
 
-#include "NotchView/NotchPicture.h"
+#include "Preview/NotchPicture.h"
 #include "Scene.h"
 
 #include <QApplication>

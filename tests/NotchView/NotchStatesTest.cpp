@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotchView/HeaderContent.h"
-#include "NotchView/NotchStyle.h"
-#include "NotchView/SymbolPath.h"
 #include "Scene.h"
+#include "Style/NotchStyle.h"
+#include "Style/SymbolPath.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "NotchView/SymbolPath.h"
 #include "Scene.h"
+#include "Style/SymbolPath.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 
 #include "TurnEnd/CompletionHookClient.h"
 
-#include "Bridge/Framing.h"
-#include "Bridge/ListeningSocket.h"
+#include "Transport/Framing.h"
+#include "Transport/ListeningSocket.h"
 #include "support/ChildProcess.h"
 #include "support/CompletionEvents.h"
 #include "support/SystemClock.h"

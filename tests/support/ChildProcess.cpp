@@ -3,8 +3,8 @@
 
 #include "support/ChildProcess.h"
 
-#include "Bridge/PollTimeout.h"
 #include "Foundation/Time.h"
+#include "Transport/PollTimeout.h"
 
 #include <array>
 #include <csignal>

@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "Bridge/PollUntil.h"
 #include "Foundation/UniqueFd.h"
+#include "Transport/PollUntil.h"
 
 #include <poll.h>
 #include <string_view>

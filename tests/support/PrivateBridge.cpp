@@ -3,7 +3,7 @@
 
 #include "support/PrivateBridge.h"
 
-#include "Bridge/BridgeDirectory.h"
+#include "Transport/BridgeDirectory.h"
 
 #include <cerrno>
 #include <cstring>

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Native/NativeApprovalNode.h"
+#include "Native/Tree/NativeApprovalNode.h"
 
 #include <string>
 #include <string_view>

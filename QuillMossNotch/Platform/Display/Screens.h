@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "NotchPanel/PanelGeometry.h"
+#include "Geometry/PanelGeometry.h"
 
 #include <QObject>
 

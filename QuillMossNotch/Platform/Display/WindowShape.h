@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "NotchPanel/NotchShape.h"
+#include "Geometry/NotchShape.h"
 
 #include <QWindow>
 

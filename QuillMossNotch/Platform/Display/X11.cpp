@@ -10,6 +10,14 @@
 
 namespace notch::x11 {
 
+bool displayIsReachable()
+{
+    xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+    const bool reachable = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return reachable;
+}
+
 xcb_connection_t* connection()
 {
     const auto* x11 =

@@ -16,6 +16,9 @@ struct Free {
 };
 template <class T> using Reply = std::unique_ptr<T, Free>;
 
+// $DISPLAY names a server that answers. Asked before the toolkit is: without a display that ends
+// the process in its own way.
+bool displayIsReachable();
 // The toolkit's own connection; null where it draws without an X server.
 xcb_connection_t* connection();
 // The root of the toolkit's X screen. Needs a connection.

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "AppModel/Pasteboard.h"
+#include "Services/Pasteboard.h"
 
 namespace notch {
 

@@ -3,6 +3,8 @@
 
 #include "Platform/Workspace/DesktopWorkspace.h"
 
+#include "Platform/Display/X11.h"
+
 #include <gio/gdesktopappinfo.h>
 
 #include <array>
@@ -57,9 +59,9 @@ bool launch(GDesktopAppInfo* entry)
 
 } // namespace
 
-DesktopWorkspace::DesktopWorkspace(MainQueue& mainQueue, xcb_connection_t* connection)
+DesktopWorkspace::DesktopWorkspace(MainQueue& mainQueue)
     : mainQueue_(mainQueue)
-    , windows_(connection)
+    , windows_(x11::connection())
 {
 }
 

@@ -3,9 +3,9 @@
 
 #pragma once
 
-#include "AppModel/Workspace.h"
 #include "Foundation/MainQueue.h"
 #include "Platform/Workspace/ClientWindows.h"
+#include "Services/Workspace.h"
 
 namespace notch {
 
@@ -13,8 +13,8 @@ namespace notch {
 // XDG application directories. One that runs is brought to the front, not started again.
 class DesktopWorkspace final : public Workspace {
 public:
-    // Both are borrowed and must outlive this object.
-    DesktopWorkspace(MainQueue& mainQueue, xcb_connection_t* connection);
+    // Borrowed; must outlive this object, and so must the toolkit's X11 connection.
+    explicit DesktopWorkspace(MainQueue& mainQueue);
 
     bool isInstalled(HostApplication application) const override;
     void open(HostApplication application, std::function<void()> failed) override;

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Native/Question/QuestionGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace notch {
+namespace {
+
+// Pixel rounding of the host.
+constexpr double tolerance = 2;
+
+bool isNear(double a, double b)
+{
+    return std::abs(a - b) <= tolerance;
+}
+
+using Frames = std::span<const ScreenRect>;
+
+// 13: each control ends where the next begins, give or take a control's height.
+bool followEachOther(Frames controls, double unit)
+{
+    const auto parted = [&](const ScreenRect& left, const ScreenRect& right) {
+        return left.maxX() - 1 > right.minX() || right.minX() - left.maxX() > unit;
+    };
+    return std::ranges::adjacent_find(controls, parted) == controls.end();
+}
+
+// 14, 15: equal rows, one under the other.
+bool formColumn(Frames rows, double unit)
+{
+    const auto& first = rows.front();
+    const auto isLikeFirst = [&](const ScreenRect& row) {
+        return isNear(row.minX(), first.minX()) && isNear(row.width, first.width)
+            && isNear(row.height, first.height);
+    };
+    const auto parted = [&](const ScreenRect& upper, const ScreenRect& lower) {
+        return upper.maxY() > lower.minY() || lower.minY() - upper.maxY() > unit;
+    };
+    return std::ranges::all_of(rows, isLikeFirst)
+        && std::ranges::adjacent_find(rows, parted) == rows.end();
+}
+
+bool rulesHold(const QuestionHeaderFrames& header, Frames rows)
+{
+    const auto& [title, previous, current, separator, total, next, skip] = header;
+    const auto& row = rows.front();
+    const double unit = previous.height;
+    const double headerEnd = std::max(title.maxY(), skip.maxY());
+    const auto isOnLine = [line = previous.midY()](
+                              const ScreenRect& frame) { return isNear(frame.midY(), line); };
+    const auto isControl = [&](const ScreenRect& frame) {
+        return isNear(frame.width, unit) && isNear(frame.height, unit) && isOnLine(frame);
+    };
+    const auto isNumber = [&](const ScreenRect& frame) {
+        return frame.height >= unit / 3 && frame.height <= unit && frame.width <= 2 * unit
+            && isOnLine(frame);
+    };
+    const std::array rules{
+        unit >= 12 && unit <= 64, // 1
+        isControl(previous) && isControl(next) && isControl(skip), // 2
+        isNumber(current) && isNumber(separator) && isNumber(total), // 3
+        std::abs(title.minY() - previous.minY()) <= unit / 2, // 4
+        title.height <= 16 * unit, // 5
+        title.maxX() <= previous.minX() + 1, // 6
+        previous.minX() - title.maxX() <= 2 * unit, // 7
+        row.height >= unit && row.height <= 3 * unit, // 8
+        row.width >= 6 * unit, // 9
+        row.minX() <= title.minX() && title.minX() - row.minX() <= row.height, // 10
+        title.maxX() <= row.maxX() && row.minX() <= previous.minX()
+            && skip.maxX() <= row.maxX(), // 11
+        headerEnd <= row.minY() && row.minY() - headerEnd <= 2 * unit, // 12
+        followEachOther(Frames(header).subspan(1), unit), // 13
+        formColumn(rows, unit), // 14, 15
+    };
+    return std::ranges::all_of(rules, [](bool holds) { return holds; });
+}
+
+} // namespace
+
+bool hasQuestionGeometry(const QuestionHeaderFrames& header, std::span<const ScreenRect> rows,
+    const ScreenRect& groupFrame)
+{
+    const auto isInside = [&](const ScreenRect& frame) { return groupFrame.contains(frame); };
+    return std::ranges::all_of(header, isInside) && std::ranges::all_of(rows, isInside)
+        && rulesHold(header, rows);
+}
+
+} // namespace notch

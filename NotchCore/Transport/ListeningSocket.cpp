@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Transport/ListeningSocket.h"
+
+#include "Transport/PollTimeout.h"
+
+#include <array>
+#include <cerrno>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <utility>
+
+namespace notch {
+namespace {
+
+constexpr mode_t socketMode = 0600;
+// How long to leave a connection in the backlog for which there is no descriptor or memory.
+constexpr Seconds shortagePause{0.1};
+
+Failure<TransportError> systemFailure()
+{
+    return Failure{TransportError{TransportError::Code::system, errno}};
+}
+
+bool isShortage(int error)
+{
+    return error == EMFILE || error == ENFILE || error == ENOBUFS || error == ENOMEM;
+}
+
+bool waitForConnection(const UniqueFd& socket, const PollableFlag& stop, Seconds atMost)
+{
+    std::array<pollfd, 2> waited{
+        {{socket.get(), POLLIN, 0}, {stop.descriptor(), POLLIN, 0}},
+    };
+    const int ready = ::poll(waited.data(), waited.size(), pollTimeout(atMost));
+    return ready > 0 && waited[0].revents != 0 && waited[1].revents == 0;
+}
+
+} // namespace
+
+Result<ListeningSocket, TransportError> ListeningSocket::open(BridgeSocket place, int backlog)
+{
+    if (const auto error = place.directory().prepare())
+        return Failure{*error};
+    if (const auto error = place.removeStale())
+        return Failure{*error};
+    auto socket = makeStreamSocket();
+    if (!socket.valid())
+        return systemFailure();
+    if (const auto error = place.bind(socket))
+        return Failure{*error};
+    const auto identity = place.identity();
+    if (!identity)
+        return systemFailure();
+    ListeningSocket listening(std::move(place), std::move(socket), *identity);
+    // In this order: a path with its final permissions that does not listen yet would look stale to
+    // a second server that starts now.
+    if (::listen(listening.socket_.get(), backlog) != 0
+        || ::chmod(listening.place_.path().c_str(), socketMode) != 0)
+        return systemFailure();
+    return listening;
+}
+
+ListeningSocket::ListeningSocket(BridgeSocket place, UniqueFd socket, FileIdentity identity)
+    : place_(std::move(place))
+    , socket_(std::move(socket))
+    , identity_(identity)
+{
+}
+
+ListeningSocket::~ListeningSocket()
+{
+    if (!socket_.valid())
+        return; // Moved from.
+    socket_ = {};
+    place_.remove(identity_);
+}
+
+std::optional<UniqueFd> ListeningSocket::accept(const PollableFlag& stop, Seconds atMost) const
+{
+    if (!waitForConnection(socket_, stop, atMost))
+        return std::nullopt;
+    UniqueFd connection(::accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
+    if (!connection.valid() && isShortage(errno))
+        stop.wait(shortagePause); // The socket stays readable; without this the caller would spin.
+    if (!connection.valid() || !isOwnUser(connection))
+        return std::nullopt;
+    return connection;
+}
+
+bool ListeningSocket::isReachable() const
+{
+    return place_.isSafe() && place_.identity() == identity_;
+}
+
+} // namespace notch

@@ -1,0 +1,70 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Transport/WorkerGroup.h"
+
+#include <system_error>
+#include <utility>
+
+namespace notch {
+namespace {
+
+template <class Workers> void join(Workers& workers)
+{
+    for (auto& worker : workers)
+        worker.thread.join();
+}
+
+} // namespace
+
+bool WorkerGroup::start(Work work)
+{
+    auto finished = takeFinished();
+    join(finished);
+    return launch(std::move(work));
+}
+
+void WorkerGroup::wait()
+{
+    for (;;) {
+        std::list<Worker> workers;
+        {
+            const std::lock_guard lock(mutex_);
+            workers.swap(workers_);
+        }
+        if (workers.empty())
+            return;
+        join(workers); // One of these may start another meanwhile.
+    }
+}
+
+std::list<WorkerGroup::Worker> WorkerGroup::takeFinished()
+{
+    std::list<Worker> finished;
+    const std::lock_guard lock(mutex_);
+    for (auto worker = workers_.begin(); worker != workers_.end();) {
+        const auto next = std::next(worker);
+        if (worker->finished)
+            finished.splice(finished.end(), workers_, worker);
+        worker = next;
+    }
+    return finished;
+}
+
+bool WorkerGroup::launch(Work work)
+{
+    const std::lock_guard lock(mutex_);
+    auto& worker = workers_.emplace_back();
+    try {
+        worker.thread = std::thread([&worker, work = std::move(work)] {
+            work();
+            worker.finished = true;
+        });
+        return true;
+    } catch (const std::system_error&) {
+        workers_.pop_back();
+        return false;
+    }
+}
+
+} // namespace notch

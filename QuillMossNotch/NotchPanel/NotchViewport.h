@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Geometry/NotchShape.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace notch {
+
+class SilhouetteMask;
+
+// The content, pinned to the top and never scaled, on a black surface; both are cut to the
+// silhouette with smooth edges. A smaller surface only covers what a larger one shows. Main thread.
+class NotchViewport final : public QWidget {
+public:
+    // Brings the content up to date and tells the height that it needs at a width, in points.
+    using FittingHeight = std::function<double(double width)>;
+
+    // The content must draw no background of its own.
+    NotchViewport(std::unique_ptr<QWidget> hosting, FittingHeight fittingHeight);
+    ~NotchViewport() override;
+    Q_DISABLE_COPY_MOVE(NotchViewport)
+
+    QWidget& hosting() const { return *hosting_; }
+    // The content's height at the last measured width.
+    double naturalHeight() const { return naturalHeight_; }
+
+    // Lays the content out at this width and reads the height that it asks for; a height that is
+    // none leaves naturalHeight() as it was. Returns naturalHeight().
+    double measure(double width);
+    // The drawn surface hangs from the middle of the top edge.
+    void setSurface(double width, double height);
+    double surfaceWidth() const { return surfaceWidth_; }
+
+    NotchShape silhouette() const;
+    // How far the silhouette stands from the left edge.
+    double silhouetteOffset() const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void layOut();
+
+    QWidget* hosting_; // A child; so is the mask, which stays above it.
+    SilhouetteMask* silhouetteMask_;
+    FittingHeight fittingHeight_;
+    double naturalHeight_ = 0;
+    double surfaceWidth_ = 480;
+    double surfaceHeight_ = 0;
+};
+
+} // namespace notch

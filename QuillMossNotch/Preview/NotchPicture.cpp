@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Preview/NotchPicture.h"
+
+#include "NotchPanel/NotchViewport.h"
+#include "NotchView/CompactButton.h"
+#include "NotchView/NotchView.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <memory>
+
+namespace notch {
+
+QImage pictureOf(QWidget& widget)
+{
+    const double ratio = widget.devicePixelRatioF();
+    QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    widget.render(&image);
+    return image;
+}
+
+QImage pictureOfNotch(AppModel& model, const Preferences& preferences, const Clock& clock)
+{
+    auto owned = std::make_unique<NotchView>(model, preferences, clock);
+    auto& view = *owned;
+    NotchViewport viewport(std::move(owned),
+        [&view](double width) { return view.fittingHeight(static_cast<int>(width)); });
+    const auto& state = model.state();
+    const double natural = viewport.measure(state.panelWidth);
+    const bool open = state.isExpanded();
+    const double height = open ? natural : state.notchHeight + CompactButton::textHeight;
+    viewport.resize(qRound(state.panelWidth), qRound(height));
+    viewport.setSurface(open ? state.panelWidth : state.compactWidth, height);
+    return pictureOf(viewport);
+}
+
+} // namespace notch
