@@ -21,10 +21,10 @@ function(notch_compile_options target)
     endif()
 endfunction()
 
-# Sources name all that they use, and the release build proves it. The sanitizers' builds save the
-# time of reading the same headers again and again.
+# Sources name all that they use, and the release build proves it. The other builds save the time of
+# reading the same headers again and again.
 function(notch_precompile target)
-    if(NOTCH_SANITIZERS)
+    if(NOT CMAKE_BUILD_TYPE STREQUAL "Release")
         target_precompile_headers(${target} PRIVATE ${ARGN})
     endif()
 endfunction()

@@ -5,6 +5,8 @@
 
 #include "Bridge/ApprovalRequest.h"
 #include "Bridge/Decision.h"
+#include "Foundation/Time.h"
+#include "Interaction/QuestionReminderState.h"
 
 #include <functional>
 #include <string>
@@ -14,15 +16,19 @@ namespace notch {
 // The cards in the host's own window, as the model sees them. Main thread, except the callbacks.
 class NativeApprovals {
 public:
+    using OnQuestion = std::function<void(QuestionReminderState::Observation, Uptime capturedAt)>;
     // Run on a thread of the observer, one at a time, in order.
     struct Callbacks {
         std::function<void(ApprovalRequest)> onRequest;
         std::function<void(std::string id)> onRemoval;
         std::function<void(std::string text)> onStatus;
+        // Each look at the host's windows, with the moment in which it began. Null: questions are
+        // not read at all.
+        OnQuestion onQuestion;
     };
+    // Delete cards are offered as requests only while this is on.
     struct Watched {
         bool approvals = false;
-        bool questions = false;
     };
 
     virtual ~NativeApprovals() = default;

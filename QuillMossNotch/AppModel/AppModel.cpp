@@ -114,10 +114,9 @@ void AppModel::refreshNativeMonitoring()
     state_.nativeAccessGranted = outside_.nativeMonitor.isTrusted();
     const NativeApprovals::Watched watched{
         .approvals = isOn(Preference::nativeApprovalsEnabled),
-        .questions = isOn(Preference::questionRemindersEnabled),
     };
     outside_.reminders.nativeMonitoringRestarted();
-    if (!watched.approvals && !watched.questions) {
+    if (!watched.approvals && !isOn(Preference::questionRemindersEnabled)) {
         outside_.nativeMonitor.stop();
         state_.nativeStatus = nativeSwitchedOff;
         return;
@@ -127,6 +126,9 @@ void AppModel::refreshNativeMonitoring()
             .onRequest = onMain(&AppModel::handleRequest),
             .onRemoval = onMain(&AppModel::handleRemoval),
             .onStatus = onMain(&AppModel::handleNativeStatus),
+            .onQuestion = isOn(Preference::questionRemindersEnabled)
+                            ? onMain(&AppModel::handleQuestion)
+                            : NativeApprovals::OnQuestion(),
         },
         watched);
 }
@@ -181,6 +183,13 @@ void AppModel::handleNativeStatus(const std::string& text)
     const Change change(*this);
     state_.nativeStatus = text;
     state_.nativeAccessGranted = outside_.nativeMonitor.isTrusted();
+}
+
+void AppModel::handleQuestion(
+    const QuestionReminderState::Observation& observation, Uptime capturedAt)
+{
+    const Change change(*this);
+    outside_.reminders.observe(observation, capturedAt);
 }
 
 void AppModel::handleUnreachable()

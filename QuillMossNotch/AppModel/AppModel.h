@@ -21,6 +21,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 namespace notch {
@@ -157,6 +158,7 @@ private:
     void handleRequest(const ApprovalRequest& request);
     void handleRemoval(const std::string& id);
     void handleNativeStatus(const std::string& text);
+    void handleQuestion(const QuestionReminderState::Observation& observation, Uptime capturedAt);
     void handleUnreachable();
     void startServer();
     void publish();
@@ -185,7 +187,7 @@ private:
     template <class... Arguments> auto onMain(void (AppModel::*handle)(Arguments...))
     {
         return [weak = std::weak_ptr(self_), &queue = outside_.mainQueue, handle](
-                   Arguments... arguments) {
+                   std::decay_t<Arguments>... arguments) {
             queue.post([weak, handle, ... held = arguments] {
                 if (const auto self = weak.lock())
                     ((*self)->*handle)(held...);

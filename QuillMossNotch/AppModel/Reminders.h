@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Foundation/Time.h"
+#include "Interaction/QuestionReminderState.h"
 
 namespace notch {
 
@@ -21,6 +22,8 @@ public:
     virtual void stopTurnEnds() = 0;
     // Native observation was configured anew; what an older one saw is stale.
     virtual void nativeMonitoringRestarted() = 0;
+    // What a look at the host's windows found, and when that look began.
+    virtual void observe(const QuestionReminderState::Observation& seen, Uptime capturedAt) = 0;
 
     // A reminder is visible, whether or not a request keeps the notch from it.
     virtual bool questionVisible() const = 0;
@@ -44,6 +47,7 @@ public:
     void startTurnEnds() override { }
     void stopTurnEnds() override { }
     void nativeMonitoringRestarted() override { }
+    void observe(const QuestionReminderState::Observation&, Uptime) override { }
     bool questionVisible() const override { return false; }
     bool completionVisible() const override { return false; }
     void disarm() override { }

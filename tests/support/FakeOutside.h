@@ -60,7 +60,7 @@ struct FakeNativeApprovals final : NativeApprovals, CallNoter {
     void start(Callbacks given, Watched watched) override
     {
         note(std::string("monitor.start") + (watched.approvals ? " approvals" : "")
-             + (watched.questions ? " questions" : ""));
+             + (given.onQuestion ? " questions" : ""));
         callbacks = std::move(given);
     }
     void stop() override { note("monitor.stop"); }
@@ -82,6 +82,7 @@ struct FakeReminders final : Reminders, CallNoter {
     void startTurnEnds() override { note("reminders.startTurnEnds"); }
     void stopTurnEnds() override { note("reminders.stopTurnEnds"); }
     void nativeMonitoringRestarted() override { note("reminders.restarted"); }
+    void observe(const QuestionReminderState::Observation&, Uptime) override { }
     bool questionVisible() const override { return question; }
     bool completionVisible() const override { return completion; }
     void disarm() override { note("reminders.disarm"); }
