@@ -50,7 +50,7 @@ AppDelegate::AppDelegate(const AppModel::Outside& outside, LaunchOptions options
     , options_(options)
     , model_(outside)
     , quitFlow_(model_, *this)
-    , settingsWindow_(model_, outside.preferences)
+    , settingsWindow_(model_)
 {
 }
 

@@ -14,9 +14,9 @@ namespace notch {
 
 namespace {
 
-NotchView& addView(NotchPanel& panel, AppModel& model, const AppModel::Outside& outside)
+NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 {
-    auto owned = std::make_unique<NotchView>(model, outside.preferences, outside.clock);
+    auto owned = std::make_unique<NotchView>(model, clock);
     NotchView& view = *owned;
     panel.setContentView(std::make_unique<NotchViewport>(std::move(owned), [&view](double width) {
         view.refresh();
@@ -28,7 +28,7 @@ NotchView& addView(NotchPanel& panel, AppModel& model, const AppModel::Outside& 
 } // namespace
 
 NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests)
-    : view_(addView(panel_, model, outside))
+    : view_(addView(panel_, model, outside.clock))
     , animator_(panel_, outside.clock, outside.mainQueue)
     , hitRefresh_(model, panel_, animator_)
     , screens_(std::move(requests.layOut))

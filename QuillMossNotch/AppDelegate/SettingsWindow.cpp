@@ -12,9 +12,8 @@ namespace notch {
 
 using namespace Qt::StringLiterals;
 
-SettingsWindow::SettingsWindow(AppModel& model, Preferences& preferences)
+SettingsWindow::SettingsWindow(AppModel& model)
     : model_(model)
-    , preferences_(preferences)
 {
 }
 
@@ -43,7 +42,7 @@ void SettingsWindow::build()
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QRect visible = screen ? screen->availableGeometry() : QRect(0, 0, width, 720);
 
-    view_.emplace(model_, preferences_);
+    view_.emplace(model_);
     view_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                           | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     view_->setWindowTitle(u"QuillMoss Notch · 接入与交互"_s);

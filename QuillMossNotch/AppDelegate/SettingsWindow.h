@@ -13,8 +13,8 @@ namespace notch {
 // The settings' window: made when it is first shown, kept from then on. Main thread.
 class SettingsWindow {
 public:
-    // Both are borrowed and must outlive it.
-    SettingsWindow(AppModel& model, Preferences& preferences);
+    // The model is borrowed and must outlive it.
+    explicit SettingsWindow(AppModel& model);
 
     // Brings it to the front with the keyboard.
     void show();
@@ -25,7 +25,6 @@ private:
     void build();
 
     AppModel& model_;
-    Preferences& preferences_;
     std::optional<SettingsView> view_;
 };
 

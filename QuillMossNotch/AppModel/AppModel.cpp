@@ -74,6 +74,7 @@ void AppModel::publish()
 void AppModel::start()
 {
     const Change change(*this);
+    state_.switches = Switches::storedIn(outside_.preferences);
     outside_.reminders.startObservers();
     refreshConfiguredProfiles();
     refreshNativeMonitoring();
@@ -108,6 +109,34 @@ void AppModel::refreshConfiguredProfiles()
         state_.configuredProfiles = std::move(*profiles);
 }
 
+// The person's switches
+
+void AppModel::store(Preference preference, bool on)
+{
+    outside_.preferences.set(preference, on);
+    state_.switches.set(preference, on);
+}
+
+void AppModel::setPreference(Preference preference, bool on)
+{
+    const Change change(*this);
+    if (isOn(preference) == on)
+        return;
+    store(preference, on);
+    switch (preference) {
+    case Preference::nativeApprovalsEnabled:
+    case Preference::questionRemindersEnabled:
+        refreshNativeMonitoring();
+        break;
+    case Preference::completionRemindersEnabled:
+        outside_.reminders.startTurnEnds();
+        break;
+    case Preference::hoverToExpand:
+    case Preference::autoCollapse:
+        break; // Asked for when a timer starts and when it fires.
+    }
+}
+
 void AppModel::refreshNativeMonitoring()
 {
     const Change change(*this);
@@ -137,7 +166,7 @@ void AppModel::requestNativeAccess(NativeAccess access)
 {
     const Change change(*this);
     if (access == NativeAccess::enableAndAsk)
-        outside_.preferences.set(Preference::nativeApprovalsEnabled, true);
+        store(Preference::nativeApprovalsEnabled, true);
     outside_.nativeMonitor.requestAccess();
     outside_.workspace.openAccessibilitySettings();
     refreshNativeMonitoring();

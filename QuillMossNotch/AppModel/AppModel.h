@@ -41,6 +41,7 @@ struct AppModelState {
     std::optional<std::string> copiedRequestID; // Its text was copied a moment ago.
     std::vector<std::string> configuredProfiles; // Editions with our hook, by display name.
     std::optional<Date> lastHookAt; // When the last hook request was accepted.
+    Switches switches; // The person's, as stored; the defaults until the model has started.
     bool nativeAccessGranted = false;
     std::string nativeStatus = "原生安全确认尚未开启";
     std::string completionStatus = "本轮结束提醒尚未开启";
@@ -125,6 +126,8 @@ public:
     void openHost(const std::optional<std::string>& source);
     enum class NativeAccess { ask, enableAndAsk };
     void requestNativeAccess(NativeAccess access);
+    // Stores the switch, publishes it, and starts or ends what it is for.
+    void setPreference(Preference preference, bool on);
     void refreshNativeMonitoring();
     void refreshConfiguredProfiles();
 
@@ -164,7 +167,8 @@ private:
     void publish();
 
     Date now() const { return outside_.clock.now(); }
-    bool isOn(Preference preference) const { return outside_.preferences.isOn(preference); }
+    bool isOn(Preference preference) const { return state_.switches.isOn(preference); }
+    void store(Preference preference, bool on);
     bool isArmed(const std::string& requestID) const;
     // Neither a request nor a receipt needs the notch.
     bool canPresentReminder() const;

@@ -17,6 +17,7 @@ public:
 
     // Launch, in this order.
     virtual void startObservers() = 0;
+    // Also when the person's switch was flipped: begins anew, or ends, as the switch says.
     virtual void startTurnEnds() = 0;
     // Termination.
     virtual void stopTurnEnds() = 0;

@@ -34,9 +34,9 @@ std::string_view compactToolTip(DisplayState shown, bool expanded)
 
 } // namespace
 
-CompactContent::CompactContent(const AppModelState& state, const ShownFeatures& features)
+CompactContent::CompactContent(const AppModelState& state)
 {
-    const auto shown = displayState(state, features);
+    const auto shown = displayState(state);
     const bool expanded = state.isExpanded();
     auto row = waitingRow(state.interaction.requests().size(), shown);
     attention = row.symbol != Symbol::none;

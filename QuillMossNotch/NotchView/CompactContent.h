@@ -19,7 +19,7 @@ struct CompactContent {
     std::string_view toolTip;
     std::string label; // For a screen reader.
 
-    CompactContent(const AppModelState& state, const ShownFeatures& features);
+    explicit CompactContent(const AppModelState& state);
 };
 
 } // namespace notch

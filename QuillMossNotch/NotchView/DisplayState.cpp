@@ -5,14 +5,7 @@
 
 namespace notch {
 
-ShownFeatures::ShownFeatures(const Preferences& preferences)
-    : nativeEnabled(preferences.isOn(Preference::nativeApprovalsEnabled))
-    , questionsEnabled(preferences.isOn(Preference::questionRemindersEnabled))
-    , completionsEnabled(preferences.isOn(Preference::completionRemindersEnabled))
-{
-}
-
-DisplayState displayState(const AppModelState& state, const ShownFeatures& features)
+DisplayState displayState(const AppModelState& state)
 {
     if (state.interaction.feedback())
         return DisplayState::receipt;
@@ -20,7 +13,7 @@ DisplayState displayState(const AppModelState& state, const ShownFeatures& featu
         return DisplayState::approval;
     if (state.questionVisible)
         return DisplayState::question;
-    if (state.completionVisible && features.completionsEnabled)
+    if (state.completionVisible && state.switches.isOn(Preference::completionRemindersEnabled))
         return DisplayState::completion;
     return DisplayState::idle;
 }

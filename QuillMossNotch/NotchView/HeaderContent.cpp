@@ -27,10 +27,10 @@ std::string_view headerText(const AppModelState& state, DisplayState shown)
 
 } // namespace
 
-HeaderContent::HeaderContent(const AppModelState& state, const ShownFeatures& features)
+HeaderContent::HeaderContent(const AppModelState& state)
     : endsDemo(state.isDemo)
 {
-    const auto shown = displayState(state, features);
+    const auto shown = displayState(state);
     const bool question = shown == DisplayState::question;
     text = headerText(state, shown);
     avatar = question ? Symbol::questionmarkBubbleFill : Symbol::checkmarkShieldFill;

@@ -19,7 +19,7 @@ struct HeaderContent {
     std::string_view closeLabel;
     std::string_view closeToolTip;
 
-    HeaderContent(const AppModelState& state, const ShownFeatures& features);
+    explicit HeaderContent(const AppModelState& state);
 };
 
 } // namespace notch

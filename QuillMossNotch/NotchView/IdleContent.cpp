@@ -26,18 +26,20 @@ std::optional<std::string> statusLineOf(const AppModelState& state)
 
 } // namespace
 
-IdleContent::IdleContent(const AppModelState& state, const ShownFeatures& features)
+IdleContent::IdleContent(const AppModelState& state)
     : title(titleOf(state))
     , statusLine(statusLineOf(state))
 {
     const bool configured = !state.configuredProfiles.empty();
     note = configured ? "收到支持的事件时提醒，平时保持安静。"
                       : "安装审批 Hook 后重启 QuillMoss，\n支持的工具请求就会出现在这里。";
-    if (features.completionsEnabled)
+    const auto& on = state.switches;
+    if (on.isOn(Preference::completionRemindersEnabled))
         completionLine = "结束提醒 · " + state.completionStatus;
-    if (features.nativeEnabled || features.questionsEnabled)
+    if (on.isOn(Preference::nativeApprovalsEnabled)
+        || on.isOn(Preference::questionRemindersEnabled))
         nativeLine = "原生检测（删除/提问）· " + state.nativeStatus;
-    if (features.nativeEnabled && !state.nativeAccessGranted) {
+    if (on.isOn(Preference::nativeApprovalsEnabled) && !state.nativeAccessGranted) {
         action = Action::grantAccess;
         actionText = "开启辅助功能";
     } else if (configured) {

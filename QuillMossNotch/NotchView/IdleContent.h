@@ -24,7 +24,7 @@ struct IdleContent {
     Action action = Action::showSettings;
     std::string_view actionText;
 
-    IdleContent(const AppModelState& state, const ShownFeatures& features);
+    explicit IdleContent(const AppModelState& state);
 };
 
 inline constexpr std::string_view tryItOutText = "体验一下 →";

@@ -42,11 +42,9 @@ void invalidateLayouts(QWidget& root)
 
 } // namespace
 
-NotchView::NotchView(
-    AppModel& model, const Preferences& preferences, const Clock& clock, QWidget* parent)
+NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     : QWidget(parent)
     , model_(model)
-    , preferences_(preferences)
     , clock_(clock)
     , compact_(new CompactButton(this))
     , content_(new QWidget(this))
@@ -98,15 +96,13 @@ void NotchView::build()
 
 void NotchView::refresh()
 {
-    const ShownFeatures features(preferences_);
-    if (state_ == model_.state() && features_ == features) {
+    if (state_ == model_.state()) {
         tick();
         return;
     }
     state_ = model_.state();
-    features_ = features;
     compact_->setMetrics(state_->compactWidth, state_->notchHeight);
-    compact_->show(CompactContent(*state_, features_));
+    compact_->show(CompactContent(*state_));
     content_->setVisible(state_->isExpanded());
     if (state_->isExpanded())
         showOpenContent();
@@ -116,8 +112,8 @@ void NotchView::refresh()
 
 void NotchView::showOpenContent()
 {
-    const auto shown = displayState(*state_, features_);
-    header_->show(HeaderContent(*state_, features_));
+    const auto shown = displayState(*state_);
+    header_->show(HeaderContent(*state_));
     receipt_->setVisible(shown == DisplayState::receipt);
     approval_->setVisible(shown == DisplayState::approval);
     // Not handled: questions and turn ends have no content of their own yet, and none is reported.
@@ -127,14 +123,14 @@ void NotchView::showOpenContent()
     else if (shown == DisplayState::approval)
         approval_->show(*state_);
     else
-        idle_->show(IdleContent(*state_, features_));
+        idle_->show(IdleContent(*state_));
 }
 
 void NotchView::tick()
 {
     tick_.stop();
-    const bool counting = isVisible() && state_->isExpanded()
-                       && displayState(*state_, features_) == DisplayState::approval;
+    const bool counting =
+        isVisible() && state_->isExpanded() && displayState(*state_) == DisplayState::approval;
     if (!counting)
         return;
     if (const auto next = approval_->showTime())

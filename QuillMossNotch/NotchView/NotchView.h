@@ -6,7 +6,6 @@
 #include "AppModel/AppModel.h"
 #include "Foundation/Time.h"
 #include "NotchView/DisplayState.h"
-#include "Services/Preferences.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -27,15 +26,14 @@ class ReceiptSection;
 // Its widgets are built once; refresh() only changes their texts and which of them are visible, so
 // that no redraw moves the focus, loses a scroll position or swallows a press.
 //
-//     NotchView view(model, preferences, clock);
+//     NotchView view(model, clock);
 //     model.subscribe(…);                       // schedules a layout pass, which does:
 //     view.refresh();
 //     view.resize(panelWidth, view.fittingHeight(panelWidth));
 class NotchView final : public QWidget {
 public:
-    // All three are borrowed and must outlive the view.
-    NotchView(AppModel& model, const Preferences& preferences, const Clock& clock,
-        QWidget* parent = nullptr);
+    // Both are borrowed and must outlive the view.
+    NotchView(AppModel& model, const Clock& clock, QWidget* parent = nullptr);
     ~NotchView() override;
 
     // Shows the model's present state: the compact strip, and below it the open content when
@@ -56,10 +54,8 @@ private:
     void tick();
 
     AppModel& model_;
-    const Preferences& preferences_;
     const Clock& clock_;
     std::optional<AppModelState> state_; // On show.
-    ShownFeatures features_;
     QTimer tick_{this}; // Runs only while a request with a deadline is on the screen.
     CompactButton* compact_;
     QWidget* content_;

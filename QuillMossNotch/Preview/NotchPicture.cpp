@@ -24,9 +24,9 @@ QImage pictureOf(QWidget& widget)
     return image;
 }
 
-QImage pictureOfNotch(AppModel& model, const Preferences& preferences, const Clock& clock)
+QImage pictureOfNotch(AppModel& model, const Clock& clock)
 {
-    auto owned = std::make_unique<NotchView>(model, preferences, clock);
+    auto owned = std::make_unique<NotchView>(model, clock);
     auto& view = *owned;
     NotchViewport viewport(std::move(owned),
         [&view](double width) { return view.fittingHeight(static_cast<int>(width)); });

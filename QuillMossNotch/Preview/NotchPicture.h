@@ -16,6 +16,6 @@ namespace notch {
 QImage pictureOf(QWidget& widget);
 
 // A picture of the notch as it hangs from the screen, in the model's present state.
-QImage pictureOfNotch(AppModel& model, const Preferences& preferences, const Clock& clock);
+QImage pictureOfNotch(AppModel& model, const Clock& clock);
 
 } // namespace notch

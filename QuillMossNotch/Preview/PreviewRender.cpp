@@ -23,13 +23,6 @@ constexpr double compactPreviewWidth = 240;
 constexpr int settlingMilliseconds = 550;
 constexpr QSize settingsSize{600, 680};
 
-// A picture does not depend on what somebody has switched on or off.
-class DefaultPreferences final : public Preferences {
-public:
-    bool isOn(Preference preference) const override { return defaultValue(preference); }
-    void set(Preference, bool) override { }
-};
-
 struct Flag {
     const char* name;
     bool PreviewOptions::*option;
@@ -53,8 +46,7 @@ void settle()
 
 QImage pictureOfSettings(AppModel& model)
 {
-    DefaultPreferences preferences;
-    SettingsView view(model, preferences);
+    SettingsView view(model);
     view.resize(settingsSize);
     return pictureOf(view);
 }
@@ -90,8 +82,8 @@ int PreviewRender::run(const PreviewOptions& options)
     startState(options);
     settle();
     applyFlags(options);
-    const auto picture = options.settings ? pictureOfSettings(model_)
-                                          : pictureOfNotch(model_, DefaultPreferences(), clock_);
+    const auto picture =
+        options.settings ? pictureOfSettings(model_) : pictureOfNotch(model_, clock_);
     return written(picture, options.path);
 }
 

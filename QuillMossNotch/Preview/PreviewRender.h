@@ -28,7 +28,8 @@ struct PreviewOptions {
 };
 
 // Makes that picture, off the screen, from a model that was not started: nothing outside the
-// process hears of it. Needs a QApplication; its event loop runs for half a second.
+// process hears of it, and the person's switches do not change it. Needs a QApplication; its event
+// loop runs for half a second.
 class PreviewRender {
 public:
     PreviewRender(AppModel& model, const Clock& clock)

@@ -36,4 +36,18 @@ bool defaultValue(Preference preference)
     return false;
 }
 
+Switches::Switches()
+{
+    for (const auto preference : allPreferences)
+        set(preference, defaultValue(preference));
+}
+
+Switches Switches::storedIn(const Preferences& preferences)
+{
+    Switches stored;
+    for (const auto preference : allPreferences)
+        stored.set(preference, preferences.isOn(preference));
+    return stored;
+}
+
 } // namespace notch

@@ -75,10 +75,9 @@ std::string editionsText(const std::vector<std::string>& profiles)
 
 } // namespace
 
-SettingsView::SettingsView(AppModel& model, Preferences& preferences, QWidget* parent)
+SettingsView::SettingsView(AppModel& model, QWidget* parent)
     : QWidget(parent)
     , model_(model)
-    , preferences_(preferences)
     , hoverToExpand_(buildSwitch(Preference::hoverToExpand, "悬停展开刘海"))
     , autoCollapse_(buildSwitch(Preference::autoCollapse, "鼠标离开后自动收起"))
     , bridge_(label("", style::font(12)))
@@ -124,7 +123,7 @@ QCheckBox* SettingsView::buildSwitch(Preference preference, const char* text)
     box->setObjectName(toQString(name(preference)));
     // Only what a person switches is written: refresh() must not turn defaults into choices.
     connect(box, &QCheckBox::clicked, this,
-        [this, preference](bool on) { preferences_.set(preference, on); });
+        [this, preference](bool on) { model_.setPreference(preference, on); });
     return box;
 }
 
@@ -180,8 +179,9 @@ QLayout* SettingsView::buildFooter()
 
 void SettingsView::refresh()
 {
-    hoverToExpand_->setChecked(preferences_.isOn(Preference::hoverToExpand));
-    autoCollapse_->setChecked(preferences_.isOn(Preference::autoCollapse));
+    const auto& switches = model_.state().switches;
+    hoverToExpand_->setChecked(switches.isOn(Preference::hoverToExpand));
+    autoCollapse_->setChecked(switches.isOn(Preference::autoCollapse));
     bridge_->setText(toQString(model_.state().message));
     editions_->setText(toQString(editionsText(model_.state().configuredProfiles)));
 }

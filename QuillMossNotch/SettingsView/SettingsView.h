@@ -4,7 +4,6 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "Services/Preferences.h"
 
 #include <QWidget>
 
@@ -15,11 +14,11 @@ class QLayout;
 namespace notch {
 
 // The content of the settings window, 600 points wide: the switches, how the bridge stands, how to
-// connect, and the way to quit. Reads the model and the preferences; writes preferences only.
+// connect, and the way to quit. Reads the model and calls its operations.
 class SettingsView final : public QWidget {
 public:
-    // Both are borrowed and must outlive the view.
-    SettingsView(AppModel& model, Preferences& preferences, QWidget* parent = nullptr);
+    // The model is borrowed and must outlive the view.
+    explicit SettingsView(AppModel& model, QWidget* parent = nullptr);
     ~SettingsView() override;
 
     // Shows the present state; the delegate's layout pass calls it while the window is up.
@@ -33,7 +32,6 @@ private:
     QCheckBox* buildSwitch(Preference preference, const char* text);
 
     AppModel& model_;
-    Preferences& preferences_;
     QCheckBox* hoverToExpand_;
     QCheckBox* autoCollapse_;
     QLabel* bridge_;

@@ -60,14 +60,29 @@ TEST_F(AppModelTest, keepsTheEditionsWhenItsOwnPathIsUnknown)
 
 TEST_F(AppModelTest, watchesTheHostAsThePreferencesSay)
 {
-    expectTrace(R"(watch                               | closed -> monitor.start questions
-on nativeApprovalsEnabled, watch    | closed -> monitor.start approvals questions
-off questionRemindersEnabled, watch | closed -> monitor.start approvals
+    expectTrace(R"(watch                        | closed -> monitor.start questions
+on nativeApprovalsEnabled    | closed -> monitor.start approvals questions
+on nativeApprovalsEnabled    | closed
+off questionRemindersEnabled | closed -> monitor.start approvals
 )");
     EXPECT_EQ(state().nativeStatus, "原生安全确认尚未开启");
-    expectTrace(R"(off nativeApprovalsEnabled, watch | closed -> monitor.stop
+    expectTrace(R"(off nativeApprovalsEnabled | closed -> monitor.stop
 )");
     EXPECT_EQ(state().nativeStatus, "原生审批和提问提醒均已关闭");
+    expectTrace(R"(listen, on completionRemindersEnabled | closed -> startTurnEnds
+off completionRemindersEnabled        | closed -> startTurnEnds
+)");
+}
+
+TEST_F(AppModelTest, keepsASwitchForTheNextStart)
+{
+    play("off autoCollapse, on autoCollapse, off hoverToExpand");
+    EXPECT_EQ(
+        outside.preferences.written, (std::map<Preference, bool>{{Preference::autoCollapse, true},
+                                         {Preference::hoverToExpand, false}}));
+    AppModel next(outside.seams());
+    next.start();
+    EXPECT_EQ(next.state().switches, state().switches);
 }
 
 TEST_F(AppModelTest, asksForAccessAndSwitchesOnOnlyWhenToldTo)

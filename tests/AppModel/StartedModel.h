@@ -38,8 +38,8 @@ public:
             {"noHost", [this] { outside.workspace.installed = {}; }},
             {"onlyAI", [this] { outside.workspace.installed = {quillmossAI}; }},
             {"withoutAI", [this] { outside.workspace.installed = {quillmoss}; }},
-            {"on", [this] { outside.preferences.set(preference(), true); }},
-            {"off", [this] { outside.preferences.set(preference(), false); }},
+            {"on", [this] { model.setPreference(preference(), true); }},
+            {"off", [this] { model.setPreference(preference(), false); }},
             {"listen",
                 [this] {
                     outside.calls.clear();

@@ -49,7 +49,7 @@ TEST_F(NotchViewTest, buttonsCallTheModel)
 click header-settings | open -> settings
 click idle-main | open -> open quillmoss
 editions 0, click idle-main | open -> settings
-on nativeApprovalsEnabled, layOut | open
+on nativeApprovalsEnabled, layOut | open -> monitor.start approvals questions
 click idle-main | open -> monitor.requestAccess, open settings, monitor.start approvals questions
 click idle-demo | open [demo] trying
 click header-settings | open receipt returned demo

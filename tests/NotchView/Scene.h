@@ -33,7 +33,7 @@ struct ShownScene : Scene {
     QAbstractButton& button(const char* name) const { return find<QAbstractButton>(name); }
     std::string text(const char* name) const;
 
-    NotchView view{model, outside.preferences, outside.time};
+    NotchView view{model, outside.time};
 };
 
 } // namespace notch

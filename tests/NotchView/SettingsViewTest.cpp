@@ -11,7 +11,7 @@ namespace {
 
 class SettingsViewTest : public testing::Test, protected ShownScene {
 protected:
-    SettingsView settings{model, outside.preferences, &view}; // find() finds what is in it.
+    SettingsView settings{model, &view}; // find() finds what is in it.
 };
 
 TEST_F(SettingsViewTest, switchesWriteTheirPreference)
@@ -21,7 +21,7 @@ TEST_F(SettingsViewTest, switchesWriteTheirPreference)
         EXPECT_TRUE(box.isChecked());
         box.click();
         EXPECT_FALSE(outside.preferences.isOn(preference)) << name(preference);
-        outside.preferences.set(preference, true);
+        model.setPreference(preference, true);
         settings.refresh();
         EXPECT_TRUE(box.isChecked()) << name(preference);
     }
