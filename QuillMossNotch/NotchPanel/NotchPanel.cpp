@@ -12,8 +12,21 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace notch {
+
+namespace {
+
+PixelRect boundsOf(std::span<const PixelRect> pixels)
+{
+    QRect bounds;
+    for (const auto& p : pixels)
+        bounds |= QRect(p.x, p.y, p.width, p.height);
+    return {bounds.x(), bounds.y(), bounds.width(), bounds.height()};
+}
+
+} // namespace
 
 NotchPanel::NotchPanel()
     // Only a window that the window manager does not know stands above a full-screen one and is
@@ -31,6 +44,14 @@ NotchPanel::NotchPanel()
     setClearBackground(*windowHandle());
     windowHandle()->installEventFilter(this);
     keyboard_.emplace(*windowHandle());
+    const auto tell = [](const std::function<void()>& told) {
+        if (told)
+            told();
+    };
+    visibility_.emplace(*windowHandle(), WindowVisibility::Changes{
+                                             .hidden = [this, tell] { tell(surfaceHidden); },
+                                             .uncovered = [this, tell] { tell(surfaceUncovered); },
+                                         });
 }
 
 NotchPanel::~NotchPanel() = default;
@@ -52,6 +73,11 @@ void NotchPanel::orderOut()
 {
     resignKeyWindow();
     hide();
+}
+
+void NotchPanel::watchVisibility(WindowVisibility::Watch watch)
+{
+    visibility_->set(watch);
 }
 
 // The native window is as tall as the content all the time, and only what is drawn of it and where
@@ -117,6 +143,7 @@ void NotchPanel::applyShape()
     const auto pixels = pixelsInside(
         viewport_->silhouette(), viewport_->silhouetteOffset(), window.devicePixelRatio());
     setInputRegion(window, pixels);
+    visibility_->setArea(boundsOf(pixels));
     if (compositor_.isPresent())
         clearVisibleRegion(window);
     else

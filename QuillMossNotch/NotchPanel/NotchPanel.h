@@ -7,9 +7,11 @@
 #include "NotchPanel/NotchViewport.h"
 #include "Platform/Display/Compositor.h"
 #include "Platform/Display/KeyboardFocus.h"
+#include "Platform/Display/WindowVisibility.h"
 
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -41,6 +43,12 @@ public:
     // Gives the keyboard back and hides it.
     void orderOut();
 
+    // Whether other windows lie over the surface is found out while it is watched: see
+    // WindowVisibility, which says when each of these runs.
+    void watchVisibility(WindowVisibility::Watch watch);
+    std::function<void()> surfaceHidden;
+    std::function<void()> surfaceUncovered;
+
     Rect frame() const override { return frame_; }
     void applyFrame(const Rect& frame, double surfaceWidth) override;
     double measureContent(double width) override;
@@ -59,7 +67,9 @@ private:
     NotchViewport* viewport_ = nullptr; // A child; null until it is set.
     Rect frame_;
     Compositor compositor_;
-    std::optional<KeyboardFocus> keyboard_; // From the native window's creation on.
+    // From the native window's creation on:
+    std::optional<KeyboardFocus> keyboard_;
+    std::optional<WindowVisibility> visibility_;
 };
 
 } // namespace notch

@@ -66,6 +66,45 @@ TEST_F(NotchPanelTest, clicksBesideTheSurfaceReachTheFullScreenWindowBelow)
     }
 }
 
+TEST_F(NotchPanelTest, tellsWhenItsSurfaceIsCoveredAndWhenItIsInSightAgain)
+{
+    const struct {
+        const char* name;
+        PixelRect above;
+        std::string told;
+    } rows[] = {
+        {"the whole screen", {0, 0, 1280, 800}, "hidden uncovered "},
+        {"all but a bar's height", {0, 24, 1280, 776}, "hidden uncovered "},
+        {"the buttons", {400, 200, 480, 100}, "uncovered "},
+        {"beside the closed notch only", {400, 0, 100, 32}, ""},
+        {"below the notch", {400, 300, 480, 300}, ""},
+    };
+    launch();
+    std::string told;
+    panel->surfaceHidden = [&] { told += "hidden "; };
+    panel->surfaceUncovered = [&] { told += "uncovered "; };
+    panel->watchVisibility(WindowVisibility::Watch::on);
+    for (const auto& row : rows) {
+        show(row.above.height == 32 ? Rect{400, 0, 480, 32} : open,
+            row.above.height == 32 ? 236 : 480);
+        told.clear();
+        const auto above = other.openAbove(row.above);
+        synchronise();
+        other.close(above);
+        synchronise();
+        EXPECT_EQ(told, row.told) << row.name;
+    }
+    panel->watchVisibility(WindowVisibility::Watch::off);
+    other.openAbove({0, 0, 1280, 800});
+    synchronise();
+    EXPECT_EQ(told, "");
+    panel->watchVisibility(WindowVisibility::Watch::on);
+    EXPECT_EQ(told, "hidden ") << "what was covered before";
+    panel->raise();
+    synchronise();
+    EXPECT_EQ(told, "hidden uncovered ");
+}
+
 TEST_F(NotchPanelTest, keyboardStaysWhereItIsUntilAPressAndGoesBackAfterwards)
 {
     launch();

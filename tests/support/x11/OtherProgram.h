@@ -40,6 +40,25 @@ public:
         return open(atom("_NET_WM_STATE"), XCB_ATOM_ATOM,
             {reinterpret_cast<const char*>(&fullScreen), sizeof fullScreen});
     }
+    // As a screen locker or a notification would: unknown to the window manager, on top.
+    Window openAbove(const PixelRect& place)
+    {
+        const auto window = create(1);
+        const std::uint32_t geometry[] = {std::uint32_t(place.x), std::uint32_t(place.y),
+            std::uint32_t(place.width), std::uint32_t(place.height)};
+        xcb_configure_window(x(), window,
+            XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH
+                | XCB_CONFIG_WINDOW_HEIGHT,
+            geometry);
+        xcb_map_window(x(), window);
+        settle();
+        return window;
+    }
+    void close(Window window)
+    {
+        xcb_destroy_window(x(), window);
+        settle();
+    }
     // Button presses that its windows have had since the last call.
     int takePresses()
     {
@@ -113,13 +132,14 @@ private:
             xcb_intern_atom(x(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
         return owned(xcb_intern_atom_reply(x(), cookie, nullptr))->atom;
     }
-    Window create()
+    Window create(std::uint32_t overrideRedirect = 0)
     {
         const Window window = xcb_generate_id(x());
-        const std::uint32_t values[] = {screen_->white_pixel, XCB_EVENT_MASK_BUTTON_PRESS};
+        const std::uint32_t values[] = {
+            screen_->white_pixel, overrideRedirect, XCB_EVENT_MASK_BUTTON_PRESS};
         xcb_create_window(x(), XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, 300, 200, 0,
             XCB_WINDOW_CLASS_INPUT_OUTPUT, screen_->root_visual,
-            XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
+            XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
         return window;
     }
     void setProperty(Window window, xcb_atom_t property, xcb_atom_t type, std::string_view bytes)
