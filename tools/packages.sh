@@ -5,7 +5,7 @@ run_packages=(
     g++ cmake ninja-build pkg-config
     libboost1.81-dev libicu-dev
     qt6-base-dev libxcb1-dev libxcb-shape0-dev libxcb-xfixes0-dev libxcb-xinput-dev
-    libxcb-ewmh-dev libxcb-xtest0-dev
+    libxcb-ewmh-dev libxcb-res0-dev libxcb-xtest0-dev
     libglib2.0-dev libsystemd-dev at-spi2-core dbus fonts-noto-cjk
     xvfb openbox picom x11-utils imagemagick
     libgtest-dev libgmock-dev libbenchmark-dev librapidcheck-dev

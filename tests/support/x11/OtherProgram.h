@@ -59,6 +59,31 @@ public:
         xcb_destroy_window(x(), window);
         settle();
     }
+    void setText(Window window, const std::string& property, const std::string& text)
+    {
+        setProperty(window, atom(property), XCB_ATOM_STRING, text);
+        settle();
+    }
+    // Also for properties that hold a window or an atom, which are numbers of 32 bits as well.
+    void setNumber(Window window, const std::string& property, std::uint32_t number)
+    {
+        setProperty(window, atom(property), XCB_ATOM_ATOM,
+            {reinterpret_cast<const char*>(&number), sizeof number});
+        settle();
+    }
+    void iconify(Window window)
+    {
+        xcb_client_message_event_t message{};
+        message.response_type = XCB_CLIENT_MESSAGE;
+        message.format = 32;
+        message.window = window;
+        message.type = atom("WM_CHANGE_STATE");
+        message.data.data32[0] = 3; // IconicState (ICCCM 4.1.4)
+        xcb_send_event(x(), 0, screen_->root,
+            XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+            reinterpret_cast<const char*>(&message));
+        settle();
+    }
     // Button presses that its windows have had since the last call.
     int takePresses()
     {
