@@ -4,6 +4,7 @@
 #include "Interaction/ApprovalPresentation.h"
 
 #include "Foundation/Json.h"
+#include "Unicode/Scalars.h"
 
 #include <algorithm>
 #include <array>
@@ -42,27 +43,11 @@ bool hasKeysBeyondCommand(const Json& input)
     });
 }
 
-// White space and line ends of the Unicode standard (general category Z, U+0009 to U+000D, U+0085).
-constexpr std::array<std::string_view, 25> blanks{" ", "\t", "\n", "\v", "\f", "\r", "\u0085",
-    "\u00A0", "\u1680", "\u2000", "\u2001", "\u2002", "\u2003", "\u2004", "\u2005", "\u2006",
-    "\u2007", "\u2008", "\u2009", "\u200A", "\u2028", "\u2029", "\u202F", "\u205F", "\u3000"};
-
-std::string_view trimmed(std::string_view text)
-{
-    const auto leads = [&](std::string_view blank) { return text.starts_with(blank); };
-    const auto trails = [&](std::string_view blank) { return text.ends_with(blank); };
-    for (auto at = blanks.begin(); (at = std::ranges::find_if(blanks, leads)) != blanks.end();)
-        text.remove_prefix(at->size());
-    for (auto at = blanks.begin(); (at = std::ranges::find_if(blanks, trails)) != blanks.end();)
-        text.remove_suffix(at->size());
-    return text;
-}
-
 std::string projectName(std::string_view cwd)
 {
     const auto path = trimmed(cwd);
     if (path.empty())
-        return "未提供目录";
+        return std::string(missingDirectory);
     const auto end = path.find_last_not_of('/');
     if (end == std::string_view::npos)
         return "/";

@@ -7,8 +7,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace notch {
+
+// Where a request has no working directory.
+inline constexpr std::string_view missingDirectory = "未提供目录";
 
 // An approval request in the words that the notch shows. A pure function of the request.
 struct ApprovalPresentation {

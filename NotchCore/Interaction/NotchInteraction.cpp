@@ -50,7 +50,8 @@ bool NotchInteraction::receive(const ApprovalRequest& request, Date now)
     if (!request.isNative()
         && !HookEventPolicy::acceptsApproval(request.eventName, request.toolName))
         return false;
-    if (request.expiresAt <= now || std::ranges::any_of(requests_, hasID(request.id)))
+    const bool waits = request.expiresAt > now; // A time that is not a number is never later.
+    if (!waits || std::ranges::any_of(requests_, hasID(request.id)))
         return false;
 
     const bool first = requests_.empty();

@@ -69,6 +69,12 @@ void AppModel::publish()
         changed();
 }
 
+void AppModel::say(std::string message, MessageKind kind)
+{
+    state_.message = std::move(message);
+    state_.messageKind = kind;
+}
+
 // Launch and termination
 
 void AppModel::start()
@@ -90,9 +96,12 @@ void AppModel::startServer()
         .onUnreachable = onMain(&AppModel::handleUnreachable),
     });
     state_.serviceReady = !error;
-    state_.message = error ? bridgeFailed + error->describe() : bridgeReady;
-    if (error)
-        expand();
+    if (!error) {
+        say(bridgeReady);
+        return;
+    }
+    say(bridgeFailed + error->describe(), MessageKind::failure);
+    expand();
 }
 
 void AppModel::stop()
@@ -225,7 +234,7 @@ void AppModel::handleUnreachable()
 {
     const Change change(*this);
     state_.serviceReady = false;
-    state_.message = bridgeUnreachable;
+    say(bridgeUnreachable, MessageKind::failure);
 }
 
 // Arming and deciding
@@ -284,7 +293,7 @@ void AppModel::decide(const ApprovalRequest& request, Decision decision)
     finish(decided.id, delivered ? kindOf(decision) : Kind::unavailable);
     if (!delivered && decided.isNative())
         openHost(decided.source); // The person can answer there.
-    state_.message = delivered ? decisionSent : requestEnded;
+    say(delivered ? decisionSent : requestEnded);
 }
 
 bool AppModel::deliver(const ApprovalRequest& request, Decision decision)
@@ -297,7 +306,7 @@ void AppModel::finish(const std::string& id, Kind kind)
 {
     state_.interaction.finish(id, kind, state_.isDemo);
     if (std::exchange(state_.isDemo, false))
-        state_.message = demoEnded;
+        say(demoEnded);
     scheduleFeedbackDismissal();
 }
 

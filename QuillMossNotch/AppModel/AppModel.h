@@ -9,6 +9,7 @@
 #include "Foundation/MainQueue.h"
 #include "Foundation/Time.h"
 #include "Foundation/UUID.h"
+#include "Geometry/PanelGeometry.h"
 #include "Interaction/NotchInteraction.h"
 #include "Native/NativeApprovals.h"
 #include "Services/Pasteboard.h"
@@ -16,6 +17,7 @@
 #include "Services/Workspace.h"
 
 #include <cassert>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -26,15 +28,19 @@
 
 namespace notch {
 
+// What the line of status text tells of; a failure is shown in the notch, too.
+enum class MessageKind : std::uint8_t { progress, failure };
+
 // What the views read. A plain value; the model publishes it as a whole.
 struct AppModelState {
     NotchInteraction interaction;
     bool serviceReady = false; // Hooks can reach the approval server.
     std::string message = "正在启动本地审批桥接…"; // The line of status text.
+    MessageKind messageKind = MessageKind::progress;
     bool isDemo = false; // The current request is a demonstration.
     bool actionReady = false; // The decision buttons are armed.
     double notchHeight = 32; // Points; these three are written by the layout pass.
-    double panelWidth = 480;
+    double panelWidth = maximumPanelWidth;
     double compactWidth = 240;
     // What the panel shows while an animation runs; absent: it follows interaction.expanded().
     std::optional<bool> expansionPresentation;
@@ -165,6 +171,7 @@ private:
     void handleUnreachable();
     void startServer();
     void publish();
+    void say(std::string message, MessageKind kind = MessageKind::progress);
 
     Date now() const { return outside_.clock.now(); }
     bool isOn(Preference preference) const { return state_.switches.isOn(preference); }

@@ -184,7 +184,7 @@ void AppModel::openHost(const std::optional<std::string>& source)
 void AppModel::hostNotOpened(const std::string& text)
 {
     const Change change(*this);
-    state_.message = text;
+    say(text, MessageKind::failure);
     expand();
 }
 

@@ -13,7 +13,6 @@ namespace {
 
 constexpr double minimumNotchHeight = 8;
 constexpr double minimumNotchWidth = 200;
-constexpr double maximumPanelWidth = 480;
 constexpr double screenMargins = 32; // Both sides together.
 constexpr double compactMargins = 36; // By which the collapsed surface is wider than the notch.
 

@@ -10,6 +10,11 @@
 
 namespace notch {
 
+// Of the expanded surface, where the screen has room for it.
+inline constexpr double maximumPanelWidth = 480;
+// By which the collapsed surface is higher than the notch: its words are there.
+inline constexpr double compactTextHeight = 24;
+
 // What the layout must know of a screen. A display without a notch of its own has no top inset and
 // no areas beside it.
 struct ScreenRecord {

@@ -10,12 +10,6 @@
 
 namespace notch {
 
-namespace {
-
-constexpr double compactDrop = 24; // By which the collapsed surface is higher than the notch.
-
-} // namespace
-
 LayoutPass::LayoutPass(Surroundings surroundings)
     : around_(std::move(surroundings))
 {
@@ -64,7 +58,7 @@ void LayoutPass::moveTo(const ScreenRecord& screen, const PanelMetrics& metrics)
 {
     const bool expanded = around_.model.state().interaction.expanded();
     const double naturalHeight = around_.panel.measureContent(metrics.panelWidth);
-    const double height = expanded ? naturalHeight : metrics.notchHeight + compactDrop;
+    const double height = expanded ? naturalHeight : metrics.notchHeight + compactTextHeight;
     if (!std::isfinite(height) || height <= 0)
         return;
     const bool animated = around_.panel.isOnScreen() && !around_.reduceMotion();

@@ -3,7 +3,6 @@
 
 #include "NotchPanel/NotchViewport.h"
 
-#include "Geometry/PanelGeometry.h"
 #include "NotchPanel/SilhouetteMask.h"
 
 #include <cmath>

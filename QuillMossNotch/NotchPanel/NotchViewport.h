@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Geometry/NotchShape.h"
+#include "Geometry/PanelGeometry.h"
 
 #include <QWidget>
 
@@ -51,7 +52,7 @@ private:
     SilhouetteMask* silhouetteMask_;
     FittingHeight fittingHeight_;
     double naturalHeight_ = 0;
-    double surfaceWidth_ = 480;
+    double surfaceWidth_ = maximumPanelWidth;
     double surfaceHeight_ = 0;
 };
 

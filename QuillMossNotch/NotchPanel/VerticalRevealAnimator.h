@@ -5,7 +5,7 @@
 
 #include "Foundation/MainQueue.h"
 #include "Foundation/Time.h"
-#include "Geometry/Rect.h"
+#include "Geometry/PanelGeometry.h"
 #include "NotchPanel/NotchSurface.h"
 
 #include <cstdint>
@@ -26,8 +26,8 @@ public:
     static constexpr Seconds step{1.0 / 60};
 
     // All must outlive it.
-    VerticalRevealAnimator(
-        NotchSurface& window, const Clock& clock, MainQueue& queue, double surfaceWidth = 480);
+    VerticalRevealAnimator(NotchSurface& window, const Clock& clock, MainQueue& queue,
+        double surfaceWidth = maximumPanelWidth);
 
     // Runs at every applied frame.
     std::function<void()> frameDidChange;

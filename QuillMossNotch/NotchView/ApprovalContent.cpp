@@ -7,6 +7,7 @@
 #include "Foundation/Utf8.h"
 #include "Interaction/ApprovalPresentation.h"
 #include "Style/VisibleText.h"
+#include "Unicode/Scalars.h"
 
 #include <cmath>
 
@@ -54,7 +55,7 @@ void describeHook(ApprovalContent& content, const ApprovalRequest& request)
 {
     const auto directory = visibleText(request.cwd, Lines::one);
     content.originSymbol = Symbol::folder;
-    content.origin = directory;
+    content.origin = trimmed(request.cwd).empty() ? missingDirectory : directory;
     content.source =
         std::string(displayName(request.source)) + " · " + shortSession(request.sessionID);
     content.sourceToolTip =

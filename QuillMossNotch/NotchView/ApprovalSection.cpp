@@ -116,14 +116,14 @@ QLayout* ApprovalSection::buildDetailsBar()
     return row;
 }
 
-void ApprovalSection::show(const AppModelState& state)
+void ApprovalSection::present(const AppModelState& state)
 {
     const auto& request = *state.interaction.current();
     if (request_ != request)
         showRequest(request);
     showDetails(state);
-    decision_->show(request, state.actionReady);
-    switcher_->show(state.interaction);
+    decision_->present(request, state.actionReady);
+    switcher_->present(state.interaction);
     showTime();
 }
 

@@ -24,7 +24,7 @@ public:
     ApprovalSection(AppModel& model, const Clock& clock, QWidget* parent);
 
     // Only while a request waits.
-    void show(const AppModelState& state);
+    void present(const AppModelState& state);
     // The seconds left, now; when they will read differently, if they will.
     std::optional<Seconds> showTime();
 

@@ -3,6 +3,7 @@
 
 #include "NotchView/CompactButton.h"
 
+#include "Geometry/PanelGeometry.h"
 #include "NotchView/CompactContent.h"
 #include "Style/NotchStyle.h"
 #include "Style/SymbolPath.h"
@@ -30,7 +31,7 @@ CompactButton::CompactButton(QWidget* parent)
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
-void CompactButton::show(const CompactContent& content)
+void CompactButton::present(const CompactContent& content)
 {
     attention_ = content.attention;
     symbol_ = content.symbol;
@@ -42,7 +43,7 @@ void CompactButton::show(const CompactContent& content)
 
 void CompactButton::setMetrics(double compactWidth, double notchHeight)
 {
-    size_ = QSizeF(compactWidth, notchHeight + textHeight).toSize();
+    size_ = QSizeF(compactWidth, notchHeight + compactTextHeight).toSize();
     setFixedSize(size_);
 }
 
@@ -52,7 +53,7 @@ void CompactButton::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::Antialiasing);
     const double words = QFontMetricsF(font()).horizontalAdvance(text());
     const double width = dotSide + gap + words + gap + symbolSide;
-    const double middle = height() - textHeight / 2.0 - 1;
+    const double middle = height() - compactTextHeight / 2 - 1;
     double x = (this->width() - width) / 2;
 
     painter.setPen(Qt::NoPen);
@@ -60,7 +61,7 @@ void CompactButton::paintEvent(QPaintEvent*)
     painter.drawEllipse(QRectF(x, middle - dotSide / 2, dotSide, dotSide));
     x += dotSide + gap;
     painter.setPen(style::white(underMouse() || hasFocus() ? 1 : 0.86));
-    painter.drawText(QRectF(x, middle - textHeight / 2.0, words + 2, textHeight),
+    painter.drawText(QRectF(x, middle - compactTextHeight / 2, words + 2, compactTextHeight),
         Qt::AlignLeft | Qt::AlignVCenter, text());
     x += words + gap;
     paintSymbol(painter, {x, middle - symbolSide / 2, symbolSide, symbolSide}, symbol_,

@@ -14,11 +14,9 @@ struct CompactContent;
 // The strip that opens and closes the notch. Its words stand below the display's own notch.
 class CompactButton final : public QAbstractButton {
 public:
-    static constexpr int textHeight = 24;
-
     explicit CompactButton(QWidget* parent);
 
-    void show(const CompactContent& content);
+    void present(const CompactContent& content);
     // The strip's size: the closed surface's width, and the display's notch above the words.
     void setMetrics(double compactWidth, double notchHeight);
 

@@ -72,7 +72,7 @@ void DecisionSection::setContent(const ApprovalContent& content)
     positive_->setContent(Symbol::checkmark, content.positiveText);
 }
 
-void DecisionSection::show(const ApprovalRequest& request, bool armed)
+void DecisionSection::present(const ApprovalRequest& request, bool armed)
 {
     source_ = request.source;
     negative_->setRequest(request.id, armed);

@@ -22,7 +22,7 @@ public:
     DecisionSection(AppModel& model, QWidget* parent);
 
     void setContent(const ApprovalContent& content);
-    void show(const ApprovalRequest& request, bool armed);
+    void present(const ApprovalRequest& request, bool armed);
     void showTime(const std::optional<TimeLine>& line);
 
 private:

@@ -32,7 +32,7 @@ public:
         setFixedSize(avatarSide, avatarSide);
     }
 
-    void show(Symbol symbol)
+    void setSymbol(Symbol symbol)
     {
         symbol_ = symbol;
         update();
@@ -83,9 +83,9 @@ HeaderSection::HeaderSection(AppModel& model, QWidget* parent)
     connect(close_, &QAbstractButton::clicked, this, [this] { model_.collapse(); });
 }
 
-void HeaderSection::show(const HeaderContent& content)
+void HeaderSection::present(const HeaderContent& content)
 {
-    avatar_->show(content.avatar);
+    avatar_->setSymbol(content.avatar);
     text_->setContent(Symbol::none, content.text);
     settings_->setContent(Symbol::sliderHorizontal3, content.settingsLabel);
     close_->setContent(Symbol::xmark, content.closeLabel, content.closeToolTip);

@@ -18,7 +18,7 @@ class HeaderSection final : public QWidget {
 public:
     HeaderSection(AppModel& model, QWidget* parent);
 
-    void show(const HeaderContent& content);
+    void present(const HeaderContent& content);
 
 private:
     void settingsClicked();

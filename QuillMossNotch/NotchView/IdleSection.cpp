@@ -85,7 +85,7 @@ QLayout* IdleSection::buildButtons()
     return row;
 }
 
-void IdleSection::show(const IdleContent& content)
+void IdleSection::present(const IdleContent& content)
 {
     action_ = content.action;
     title_->setContent(Symbol::none, content.title);

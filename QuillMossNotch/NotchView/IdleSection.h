@@ -20,7 +20,7 @@ class IdleSection final : public QWidget {
 public:
     IdleSection(AppModel& model, QWidget* parent);
 
-    void show(const IdleContent& content);
+    void present(const IdleContent& content);
 
 private:
     QLayout* buildStatus();

@@ -13,6 +13,7 @@
 #include "NotchView/ReceiptSection.h"
 #include "Style/ActionButton.h"
 #include "Style/NotchStyle.h"
+#include "Style/TextLine.h"
 
 #include <QVBoxLayout>
 
@@ -52,6 +53,7 @@ NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     , approval_(new ApprovalSection(model, clock, content_))
     , receipt_(new ReceiptSection(model, content_))
     , idle_(new IdleSection(model, content_))
+    , failure_(new TextLine(style::font(10), style::warning, content_))
 {
     build();
     tick_.setSingleShot(true);
@@ -92,6 +94,8 @@ void NotchView::build()
     open->addWidget(approval_);
     open->addWidget(receipt_);
     open->addWidget(idle_);
+    open->addWidget(failure_);
+    failure_->setObjectName(QStringLiteral("failure"));
 }
 
 void NotchView::refresh()
@@ -102,7 +106,7 @@ void NotchView::refresh()
     }
     state_ = model_.state();
     compact_->setMetrics(state_->compactWidth, state_->notchHeight);
-    compact_->show(CompactContent(*state_));
+    compact_->present(CompactContent(*state_));
     content_->setVisible(state_->isExpanded());
     if (state_->isExpanded())
         showOpenContent();
@@ -113,17 +117,28 @@ void NotchView::refresh()
 void NotchView::showOpenContent()
 {
     const auto shown = displayState(*state_);
-    header_->show(HeaderContent(*state_));
+    header_->present(HeaderContent(*state_));
     receipt_->setVisible(shown == DisplayState::receipt);
     approval_->setVisible(shown == DisplayState::approval);
     // Not handled: questions and turn ends have no content of their own yet, and none is reported.
     idle_->setVisible(shown != DisplayState::receipt && shown != DisplayState::approval);
     if (shown == DisplayState::receipt)
-        receipt_->show(state_->interaction);
+        receipt_->present(state_->interaction);
     else if (shown == DisplayState::approval)
-        approval_->show(*state_);
+        approval_->present(*state_);
     else
-        idle_->show(IdleContent(*state_));
+        idle_->present(IdleContent(*state_));
+    showFailure();
+}
+
+void NotchView::showFailure()
+{
+    const bool failed = state_->messageKind == MessageKind::failure;
+    failure_->setVisible(failed);
+    if (!failed)
+        return;
+    failure_->setContent(Symbol::exclamationmarkShield, state_->message);
+    setPlainToolTip(*failure_, state_->message);
 }
 
 void NotchView::tick()

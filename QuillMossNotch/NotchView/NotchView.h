@@ -19,6 +19,7 @@ class CompactButton;
 class HeaderSection;
 class IdleSection;
 class ReceiptSection;
+class TextLine;
 
 // Everything that the notch shows, closed and open, on a black ground that its host draws. Reads
 // the model's state, calls its operations and decides nothing.
@@ -51,6 +52,7 @@ protected:
 private:
     void build();
     void showOpenContent();
+    void showFailure();
     void tick();
 
     AppModel& model_;
@@ -63,6 +65,7 @@ private:
     ApprovalSection* approval_;
     ReceiptSection* receipt_;
     IdleSection* idle_;
+    TextLine* failure_; // Below whatever the notch shows.
 };
 
 } // namespace notch

@@ -40,7 +40,7 @@ public:
         setFixedSize(pictureSide, pictureSide);
     }
 
-    void show(Symbol symbol, const QColor& colour)
+    void setSymbol(Symbol symbol, const QColor& colour)
     {
         symbol_ = symbol;
         colour_ = colour;
@@ -80,10 +80,10 @@ ReceiptSection::ReceiptSection(AppModel& model, QWidget* parent)
     connect(next_, &QAbstractButton::clicked, this, [&model] { model.dismissFeedback(); });
 }
 
-void ReceiptSection::show(const NotchInteraction& interaction)
+void ReceiptSection::present(const NotchInteraction& interaction)
 {
     const ReceiptContent content(*interaction.feedback(), interaction.requests().size());
-    picture_->show(content.symbol, colourOf(content.tint));
+    picture_->setSymbol(content.symbol, colourOf(content.tint));
     title_->setContent(Symbol::none, content.title);
     note_->setContent(Symbol::none, content.note);
     next_->setVisible(content.next.has_value());

@@ -18,7 +18,7 @@ public:
     ReceiptSection(AppModel& model, QWidget* parent);
 
     // Only while there is a receipt.
-    void show(const NotchInteraction& interaction);
+    void present(const NotchInteraction& interaction);
 
 private:
     class Picture;

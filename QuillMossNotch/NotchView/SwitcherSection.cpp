@@ -67,7 +67,7 @@ void SwitcherSection::buildList()
     connect(list_, &QListWidget::currentRowChanged, this, [this](int row) { rowChosen(row); });
 }
 
-void SwitcherSection::show(const NotchInteraction& interaction)
+void SwitcherSection::present(const NotchInteraction& interaction)
 {
     const auto content = SwitcherContent::of(interaction);
     setVisible(content.has_value());

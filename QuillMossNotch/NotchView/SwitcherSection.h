@@ -20,7 +20,7 @@ class SwitcherSection final : public QWidget {
 public:
     SwitcherSection(AppModel& model, QWidget* parent);
 
-    void show(const NotchInteraction& interaction);
+    void present(const NotchInteraction& interaction);
 
 private:
     void buildList();

@@ -4,7 +4,6 @@
 #include "Preview/NotchPicture.h"
 
 #include "NotchPanel/NotchViewport.h"
-#include "NotchView/CompactButton.h"
 #include "NotchView/NotchView.h"
 
 #include <QPainter>
@@ -33,7 +32,7 @@ QImage pictureOfNotch(AppModel& model, const Clock& clock)
     const auto& state = model.state();
     const double natural = viewport.measure(state.panelWidth);
     const bool open = state.isExpanded();
-    const double height = open ? natural : state.notchHeight + CompactButton::textHeight;
+    const double height = open ? natural : state.notchHeight + compactTextHeight;
     viewport.resize(qRound(state.panelWidth), qRound(height));
     viewport.setSurface(open ? state.panelWidth : state.compactWidth, height);
     return pictureOf(viewport);

@@ -18,7 +18,6 @@
 namespace notch {
 namespace {
 
-constexpr double previewWidth = 480;
 constexpr double compactPreviewWidth = 240;
 constexpr int settlingMilliseconds = 550;
 constexpr QSize settingsSize{600, 680};
@@ -78,7 +77,7 @@ std::optional<PreviewOptions> PreviewOptions::parse(std::span<const std::string>
 
 int PreviewRender::run(const PreviewOptions& options)
 {
-    model_.setWidths(previewWidth, compactPreviewWidth);
+    model_.setWidths(maximumPanelWidth, compactPreviewWidth);
     startState(options);
     settle();
     applyFlags(options);

@@ -23,6 +23,8 @@ at 50.00 can A                                   | no  open [A] ready 0.45
     {"refuses what may not wait",
         R"(at 1.00 receive A until 1, receive question A until 50 | no  no  closed ready never
 at 1.00 receive foreign A until 50                     | no  closed ready never
+at 1.00 receive A until nan                            | no  closed ready never
+at nan receive A until 50                              | no  closed ready never
 at 1.00 receive native A until 50                      | yes  open [A] ready 1.45
 at 1.00 collapse, at 2.00 receive B until 2            | no  closed [A] ready 1.45
 at 2.00 receive A until 50                             | no  closed [A] ready 1.45

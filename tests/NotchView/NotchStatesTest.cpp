@@ -217,9 +217,22 @@ TEST(NotchStates, requestIsShownWithWhereItComesFrom)
                       "修改文件 · moss-garden;  / 选择请求 [切换待确认请求，不批量允许]"
                       " | (chevron.left / 上一条请求 [切换待确认请求，不批量允许])"
                       " | (chevron.right / 下一条请求 [切换待确认请求，不批量允许])"},
-            {"empty A", "使用 Bash" + folder + "QuillMoss AI · 未提供会话 [会话： " + directory
-                            + " | {}" + bar + time + unarmed + footer},
+            {"empty A", "使用 Bash | 超时交回原窗口 | folder 未提供目录"
+                        " | QuillMoss AI · 未提供会话 [会话： 目录： ] | {}"
+                            + bar + time + unarmed + footer},
         });
+}
+
+TEST(NotchStates, failuresAreToldBelowWhateverIsShown)
+{
+    const std::string missing =
+        "!exclamationmark.shield 未在 Applications 找到 QuillMoss，请手动打开";
+    expectShown("failure", {
+                               {"open", ""},
+                               {"noHost, host demo", missing},
+                               {"noHost, ask A, host demo", missing},
+                               {"noHost, ask A, host demo, wait 0.5, allow A", ""},
+                           });
 }
 
 TEST(NotchStates, timeTurnsOrangeAtTenSeconds)

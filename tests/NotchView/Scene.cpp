@@ -24,6 +24,7 @@ ApprovalRequest empty(ApprovalRequest request)
     request.toolInputJSON = "{}";
     request.source = "quillmossAI";
     request.sessionID.clear();
+    request.cwd = " ";
     return request;
 }
 

@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    Date moment() { return start + Seconds{next<double>()}; }
+    Date moment() { return start + Seconds{std::stod(next())}; }
 
     ApprovalRequest request()
     {
