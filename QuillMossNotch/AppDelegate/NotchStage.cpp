@@ -28,8 +28,10 @@ NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 } // namespace
 
 NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests)
-    : view_(addView(panel_, model, outside.clock))
+    : model_(model)
+    , view_(addView(panel_, model, outside.clock))
     , animator_(panel_, outside.clock, outside.mainQueue)
+    , raising_(panel_, outside.clock, outside.mainQueue)
     , hitRefresh_(model, panel_, animator_)
     , screens_(std::move(requests.layOut))
     , layoutPass_({
@@ -43,12 +45,14 @@ NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Reques
       })
 {
     animator_.frameDidChange = [this] { refreshHit(); };
+    panel_.surfaceHidden = [this] { raising_.hidden(); };
 }
 
 void NotchStage::layOut()
 {
     view_.setReducesMotion(reduceMotion());
     layoutPass_.run();
+    raising_.setMatter(presentMatter(model_.state()));
 }
 
 void NotchStage::orderFront()

@@ -7,6 +7,7 @@
 #include "NotchPanel/HitRefresh.h"
 #include "NotchPanel/LayoutPass.h"
 #include "NotchPanel/NotchPanel.h"
+#include "NotchPanel/Raising.h"
 #include "NotchPanel/VerticalRevealAnimator.h"
 #include "NotchView/NotchView.h"
 #include "Platform/Display/Screens.h"
@@ -39,9 +40,11 @@ public:
     void stop() { animator_.stop(); }
 
 private:
+    AppModel& model_;
     NotchPanel panel_;
     NotchView& view_; // The panel's content.
     VerticalRevealAnimator animator_;
+    Raising raising_;
     HitRefresh hitRefresh_;
     Screens screens_;
     LayoutPass layoutPass_;

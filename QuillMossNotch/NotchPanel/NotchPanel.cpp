@@ -75,11 +75,6 @@ void NotchPanel::orderOut()
     hide();
 }
 
-void NotchPanel::watchVisibility(WindowVisibility::Watch watch)
-{
-    visibility_->set(watch);
-}
-
 // The native window is as tall as the content all the time, and only what is drawn of it and where
 // it can be clicked changes. Were the window resized at each step, a compositor would show new
 // parts of it before they are drawn, and a closing notch with its lower corners cut off.
@@ -102,6 +97,16 @@ double NotchPanel::measureContent(double width)
 bool NotchPanel::isOnScreen() const
 {
     return isVisible();
+}
+
+void NotchPanel::bringToFront()
+{
+    raise();
+}
+
+void NotchPanel::watchCover(bool watched)
+{
+    visibility_->set(watched ? WindowVisibility::Watch::on : WindowVisibility::Watch::off);
 }
 
 bool NotchPanel::isKeyWindow() const

@@ -43,9 +43,7 @@ public:
     // Gives the keyboard back and hides it.
     void orderOut();
 
-    // Whether other windows lie over the surface is found out while it is watched: see
-    // WindowVisibility, which says when each of these runs.
-    void watchVisibility(WindowVisibility::Watch watch);
+    // Run only while the cover is watched, as WindowVisibility says.
     std::function<void()> surfaceHidden;
     std::function<void()> surfaceUncovered;
 
@@ -53,6 +51,8 @@ public:
     void applyFrame(const Rect& frame, double surfaceWidth) override;
     double measureContent(double width) override;
     bool isOnScreen() const override;
+    void bringToFront() override;
+    void watchCover(bool watched) override;
     bool isKeyWindow() const override;
     void resignKeyWindow() override;
     std::optional<Point> pointerPosition() const override;

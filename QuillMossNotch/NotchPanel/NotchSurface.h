@@ -22,6 +22,11 @@ public:
     virtual double measureContent(double width) = 0;
 
     virtual bool isOnScreen() const = 0;
+    // Above every other window, if it is on the screen; the keyboard stays where it is.
+    virtual void bringToFront() = 0;
+    // Whether to find out that other windows lie over the surface, which costs a wake at every
+    // change on the desktop.
+    virtual void watchCover(bool watched) = 0;
     virtual bool isKeyWindow() const = 0;
     // Gives the keyboard back to the window that had it. Nothing unless this one is key.
     virtual void resignKeyWindow() = 0;

@@ -62,6 +62,23 @@ TEST_F(PersonalDesktopTest, aRequestTakesNoKeyboardAndEscClosesTheClickedNotchAn
     expectAnswer(*hook, "deny");
 }
 
+TEST_F(PersonalDesktopTest, aRequestThatOtherWindowsCoverComesToTheFrontBeforeAndAfter)
+{
+    other_.openAbove({0, 0, 1280, 800});
+    const auto hook = ask();
+    armed();
+    other_.takePresses();
+    click("查看完整参数");
+    ASSERT_TRUE(appears("返回命令视图")) << "covered when it came";
+    other_.openAbove({0, 0, 1280, 800});
+    click("返回命令视图");
+    ASSERT_TRUE(appears("查看完整参数")) << "covered while it waits";
+    other_.openFullScreenWindow();
+    click(deny);
+    expectAnswer(*hook, "deny");
+    EXPECT_EQ(other_.takePresses(), 0);
+}
+
 TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)
 {
     const fs::path data = std::getenv("XDG_DATA_HOME");

@@ -19,6 +19,8 @@ public:
     std::vector<std::pair<Rect, double>> applied; // With its surface's width.
     double contentHeight = 300;
     bool onScreen = true;
+    int raises = 0;
+    bool coverWatched = false;
     bool key = false;
     std::optional<Point> pointer;
 
@@ -30,6 +32,8 @@ public:
     }
     double measureContent(double) override { return contentHeight; }
     bool isOnScreen() const override { return onScreen; }
+    void bringToFront() override { ++raises; }
+    void watchCover(bool watched) override { coverWatched = watched; }
     bool isKeyWindow() const override { return key; }
     void resignKeyWindow() override { key = false; }
     std::optional<Point> pointerPosition() const override { return pointer; }

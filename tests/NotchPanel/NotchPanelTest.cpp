@@ -68,41 +68,45 @@ TEST_F(NotchPanelTest, clicksBesideTheSurfaceReachTheFullScreenWindowBelow)
 
 TEST_F(NotchPanelTest, tellsWhenItsSurfaceIsCoveredAndWhenItIsInSightAgain)
 {
+    constexpr Rect closed{400, 0, 480, 32};
     const struct {
         const char* name;
+        Rect frame;
+        double surfaceWidth;
         PixelRect above;
         std::string told;
     } rows[] = {
-        {"the whole screen", {0, 0, 1280, 800}, "hidden uncovered "},
-        {"all but a bar's height", {0, 24, 1280, 776}, "hidden uncovered "},
-        {"the buttons", {400, 200, 480, 100}, "uncovered "},
-        {"beside the closed notch only", {400, 0, 100, 32}, ""},
-        {"below the notch", {400, 300, 480, 300}, ""},
+        {"the whole screen", open, 480, {0, 0, 1280, 800}, "hidden uncovered "},
+        {"all but a bar's height", open, 480, {0, 24, 1280, 776}, "hidden uncovered "},
+        {"the buttons", open, 480, {400, 200, 480, 100}, "uncovered "},
+        {"beside the closed notch only", closed, 236, {400, 0, 100, 32}, ""},
+        {"below the notch", open, 480, {400, 300, 480, 300}, ""},
     };
     launch();
     std::string told;
     panel->surfaceHidden = [&] { told += "hidden "; };
     panel->surfaceUncovered = [&] { told += "uncovered "; };
-    panel->watchVisibility(WindowVisibility::Watch::on);
     for (const auto& row : rows) {
-        show(row.above.height == 32 ? Rect{400, 0, 480, 32} : open,
-            row.above.height == 32 ? 236 : 480);
-        told.clear();
+        show(row.frame, row.surfaceWidth);
         const auto above = other.openAbove(row.above);
-        synchronise();
+        told.clear();
+        panel->watchCover(true); // Finds what is there already.
         other.close(above);
         synchronise();
-        EXPECT_EQ(told, row.told) << row.name;
+        EXPECT_TRUE(eventually([&] { return told == row.told; })) << row.name << ": " << told;
+        panel->watchCover(false);
     }
-    panel->watchVisibility(WindowVisibility::Watch::off);
+    show();
+    panel->watchCover(true);
+    told.clear();
+    other.openAbove({0, 0, 1280, 800});
+    EXPECT_TRUE(eventually([&] { return told == "hidden "; })) << told;
+    panel->bringToFront();
+    EXPECT_TRUE(eventually([&] { return told == "hidden uncovered "; })) << told;
+    panel->watchCover(false);
     other.openAbove({0, 0, 1280, 800});
     synchronise();
-    EXPECT_EQ(told, "");
-    panel->watchVisibility(WindowVisibility::Watch::on);
-    EXPECT_EQ(told, "hidden ") << "what was covered before";
-    panel->raise();
-    synchronise();
-    EXPECT_EQ(told, "hidden uncovered ");
+    EXPECT_EQ(told, "hidden uncovered ") << "nobody watches";
 }
 
 TEST_F(NotchPanelTest, keyboardStaysWhereItIsUntilAPressAndGoesBackAfterwards)
