@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t readBytes = 16384;
 constexpr Seconds writeTimeout{2};
-// Behind the request's own lifetime, so that a lapse shows as a closed connection.
+// Longer than the request's own lifetime, so that a lapse shows as a closed connection.
 constexpr Seconds replyTimeout{52};
 
 // Without a limit on time: waiting again is right for a descriptor that the host made non-blocking,
@@ -50,7 +50,9 @@ std::optional<std::string> readInput(int input)
 
 void writeOutput(int output, std::string_view line)
 {
-    std::signal(SIGPIPE, SIG_IGN); // A host that is gone must not turn into a signal's exit status.
+    // A host that is gone, or a file that may not grow, must not turn into a signal's exit status.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     while (!line.empty()) {
         const auto count = ::write(output, line.data(), line.size());
         if (count > 0)

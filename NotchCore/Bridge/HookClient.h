@@ -21,7 +21,7 @@ public:
     explicit HookClient(BridgeDirectory directory = BridgeDirectory::ofUser());
 
     // Reads the host's JSON object to its end, exchanges it and prints at most one line. The
-    // descriptors are borrowed. Ignores SIGPIPE in the whole process.
+    // descriptors are borrowed. Ignores SIGPIPE and SIGXFSZ in the whole process.
     void run(std::string_view source, int input = STDIN_FILENO, int output = STDOUT_FILENO) const;
 
     // Waits for the answer of the resident application; nothing when there is no usable one.

@@ -6,6 +6,7 @@
 #include "Bridge/HookEventPolicy.h"
 #include "Foundation/Json.h"
 #include "Foundation/UUID.h"
+#include "Foundation/Utf8.h"
 #include "Transport/Framing.h"
 
 #include <utility>
@@ -54,7 +55,7 @@ std::optional<ApprovalRequest> parseHookInput(
         .cwd = textOrEmpty(*document, "cwd"),
         .eventName = *eventName,
         .expiresAt = now + requestLifetime,
-        .source = std::string(source),
+        .source = repairedUtf8(source),
     };
 }
 

@@ -6,13 +6,14 @@
 #include "Foundation/JsonReader.h"
 
 #include <algorithm>
+#include <new>
 
 namespace notch {
 namespace {
 
 constexpr std::size_t blanksPerLevel = 2;
-constexpr std::size_t pieceBytes =
-    65'536; // Of a text written in pieces, at least, but for the last.
+// The least size of a piece, but for the last one, when a text is written in pieces.
+constexpr std::size_t pieceBytes = 65'536;
 
 bool needsEscape(char character)
 {
@@ -65,21 +66,12 @@ public:
     {
     }
 
-    // Recurses as deep as the value, which a read value bounds at Json::maximumDepth.
+    // Keeps its own stack of open containers: a hook may be given a small one by the system.
     void write(const Json& value)
     {
-        if (const auto* boolean = value.boolean())
-            out_ += *boolean ? "true" : "false";
-        else if (const auto* number = value.number())
-            out_ += number->text();
-        else if (const auto* string = value.string())
-            writeString(out_, *string);
-        else if (const auto* array = value.array())
-            writeAll('[', *array, ']', [this](const Json& element) { write(element); });
-        else if (const auto* object = value.object())
-            writeAll('{', *object, '}', [this](const auto& member) { writeMember(member); });
-        else
-            out_ += "null";
+        begin(value);
+        while (!open_.empty() && !isFull())
+            writeNext();
     }
 
     // Nothing when the text is longer than the limit.
@@ -94,34 +86,73 @@ public:
     }
 
 private:
-    template <class Container, class Write>
-    void writeAll(char open, const Container& container, char close, const Write& writeOne)
+    // A container of which a part is written.
+    struct Open {
+        const Json::Array* array = nullptr; // Either this or `object`.
+        const Json::Object* object = nullptr;
+        std::size_t element = 0; // The next one.
+        Json::Object::const_iterator member{};
+
+        bool isEmpty() const { return array ? array->empty() : object->empty(); }
+        bool isAtStart() const { return array ? element == 0 : member == object->begin(); }
+        bool isAtEnd() const { return array ? element == array->size() : member == object->end(); }
+    };
+
+    // All of a value but a container's elements.
+    void begin(const Json& value)
     {
-        out_ += open;
-        ++level_;
-        bool first = true;
-        for (const auto& each : container) {
-            if (isFull())
-                return;
-            if (takePiece_ && out_.size() >= pieceBytes)
-                handOver();
-            if (!first)
-                out_ += ',';
-            first = false;
-            breakLine();
-            writeOne(each);
+        if (const auto* boolean = value.boolean())
+            out_ += *boolean ? "true" : "false";
+        else if (const auto* number = value.number())
+            out_ += number->text();
+        else if (const auto* string = value.string())
+            writeString(out_, *string);
+        else if (const auto* array = value.array())
+            open('[', {.array = array});
+        else if (const auto* object = value.object())
+            open('{', {.object = object, .member = object->begin()});
+        else
+            out_ += "null";
+    }
+
+    void open(char bracket, Open container)
+    {
+        out_ += bracket;
+        open_.push_back(container);
+    }
+
+    // The next element of the innermost open container, or its end.
+    void writeNext()
+    {
+        if (open_.back().isAtEnd()) {
+            close();
+            return;
         }
-        --level_;
-        if (!first)
+        if (takePiece_ && out_.size() >= pieceBytes)
+            handOver();
+        if (!open_.back().isAtStart())
+            out_ += ',';
+        breakLine();
+        if (open_.back().array)
+            begin((*open_.back().array)[open_.back().element++]);
+        else
+            writeMember(*open_.back().member++);
+    }
+
+    void close()
+    {
+        const auto closed = open_.back();
+        open_.pop_back();
+        if (!closed.isEmpty())
             breakLine();
-        out_ += close;
+        out_ += closed.array ? ']' : '}';
     }
 
     void writeMember(const Json::Object::value_type& member)
     {
         writeString(out_, member.first);
         out_ += layout_ == Layout::pretty ? " : " : ":";
-        write(member.second);
+        begin(member.second);
     }
 
     void breakLine()
@@ -129,7 +160,7 @@ private:
         if (layout_ == Layout::compact)
             return;
         out_ += '\n';
-        out_.append(level_ * blanksPerLevel, ' ');
+        out_.append(open_.size() * blanksPerLevel, ' ');
     }
 
     bool isFull() const { return out_.size() > limit_; }
@@ -137,7 +168,7 @@ private:
     Layout layout_;
     std::size_t limit_ = std::string::npos;
     Take takePiece_; // Empty: the text is wanted as a whole.
-    std::size_t level_ = 0;
+    std::vector<Open> open_; // The innermost last.
     std::string out_;
 };
 
@@ -150,6 +181,42 @@ std::optional<std::string> written(
 }
 
 } // namespace
+
+// Takes each container out of the one that holds it before that is destroyed, so that a deep value
+// needs no more stack than a flat one.
+Json::~Json()
+{
+    if (!hasElements())
+        return;
+    try {
+        std::vector<Json> open;
+        open.push_back(std::move(*this));
+        while (!open.empty()) {
+            if (auto inner = open.back().takeContainer())
+                open.push_back(std::move(*inner));
+            else
+                open.pop_back();
+        }
+    } catch (const std::bad_alloc&) { // What is left is destroyed by recursion.
+    }
+}
+
+bool Json::hasElements() const
+{
+    return (array() && !array()->empty()) || (object() && !object()->empty());
+}
+
+std::optional<Json> Json::takeContainer()
+{
+    std::optional<Json> taken;
+    for (auto* all = array(); all && !all->empty() && !taken; all->pop_back())
+        if (all->back().hasElements())
+            taken = std::move(all->back());
+    for (auto* all = object(); all && !all->empty() && !taken; all->erase(all->begin()))
+        if (all->begin()->second.hasElements())
+            taken = std::move(all->begin()->second);
+    return taken;
+}
 
 std::optional<Json> Json::parse(std::string_view text)
 {

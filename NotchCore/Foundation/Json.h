@@ -47,7 +47,8 @@ private:
 //   if (const auto* name = document ? document->string("tool_name") : nullptr) …
 //
 // Reading is strict: UTF-8 without a byte order mark, no comments, no trailing text, nesting up to
-// maximumDepth. The last of equal keys wins. No input makes it throw, recurse deeply or crash.
+// maximumDepth. The last of equal keys wins. No input makes it throw, recurse deeply or crash;
+// writing and destroying a value do not recurse either.
 // One thing that the standard permits is refused: an exponent beyond 32 bits.
 class Json {
 public:
@@ -88,6 +89,12 @@ public:
     {
     }
 
+    Json(const Json&) = default;
+    Json(Json&&) noexcept = default;
+    Json& operator=(const Json&) = default;
+    Json& operator=(Json&&) noexcept = default;
+    ~Json();
+
     static std::optional<Json> parse(std::string_view text);
 
     bool isNull() const { return std::holds_alternative<std::monostate>(value_); }
@@ -122,6 +129,12 @@ public:
     friend bool operator==(const Json&, const Json&) = default;
 
 private:
+    // An array or object with something in it.
+    bool hasElements() const;
+    // Drops elements of this container up to one that is such a container itself, which is handed
+    // over; nothing when there is none, and then this container is empty.
+    std::optional<Json> takeContainer();
+
     std::variant<std::monostate, bool, JsonNumber, std::string, Array, Object> value_;
 };
 

@@ -3,6 +3,8 @@
 
 #include "Foundation/JsonReader.h"
 
+#include "Foundation/LargeStack.h"
+
 #include <algorithm>
 #include <boost/json/basic_parser_impl.hpp>
 #include <limits>
@@ -123,9 +125,29 @@ private:
     std::string text_; // Of the string, key or number being read.
 };
 
-} // namespace
+// The parser library recurses. A text nested deeper than this is read on a stack of its own, since
+// that of the calling thread may be small.
+constexpr int ordinaryDepth = 32;
 
-std::optional<Json> readJson(std::string_view text)
+bool isDeep(std::string_view text)
+{
+    int depth = 0;
+    bool inString = false;
+    for (std::size_t at = 0; at < text.size() && depth <= ordinaryDepth; ++at) {
+        const char character = text[at];
+        if (inString && character == '\\')
+            ++at;
+        else if (character == '"')
+            inString = !inString;
+        else if (!inString && (character == '[' || character == '{'))
+            ++depth;
+        else if (!inString && (character == ']' || character == '}'))
+            --depth;
+    }
+    return depth > ordinaryDepth;
+}
+
+std::optional<Json> parsed(std::string_view text)
 {
     json::parse_options options;
     options.max_depth = Json::maximumDepth;
@@ -135,6 +157,17 @@ std::optional<Json> readJson(std::string_view text)
     if (error || consumed != text.size())
         return std::nullopt;
     return parser.handler().takeRoot();
+}
+
+} // namespace
+
+std::optional<Json> readJson(std::string_view text)
+{
+    if (!isDeep(text))
+        return parsed(text);
+    std::optional<Json> value;
+    runOnLargeStack([&] { value = parsed(text); });
+    return value;
 }
 
 } // namespace notch

@@ -3,62 +3,96 @@
 
 #include "Foundation/Utf8.h"
 
-#include <cstdint>
+#include <algorithm>
+#include <array>
 
 namespace notch {
 namespace {
 
-bool isContinuation(unsigned char byte)
+constexpr std::string_view replacementCharacter = "\uFFFD";
+
+struct ByteRange {
+    unsigned char first = 0x80;
+    unsigned char last = 0xBF;
+};
+
+constexpr bool contains(ByteRange range, char character)
 {
-    return (byte & 0xC0) == 0x80;
+    const auto byte = static_cast<unsigned char>(character);
+    return byte >= range.first && byte <= range.last;
 }
 
-// The bytes of the scalar at `at`, or 0 where no valid one stands (table 3-7 of the Unicode
-// standard).
-std::size_t scalarLength(std::string_view text, std::size_t at)
+bool isContinuation(char character)
 {
-    const auto byte = [&](std::size_t i) {
-        return at + i < text.size() ? static_cast<unsigned char>(text[at + i]) : 0U;
+    return contains({}, character);
+}
+
+// The first bytes of a text: one scalar, or the bytes that one replacement character stands for,
+// which are the longest beginning of a scalar that is there, and at least one byte.
+struct Sequence {
+    std::size_t length = 1;
+    bool isScalar = false;
+};
+
+// By table 3-7 of the Unicode standard. The text is not empty.
+Sequence firstSequence(std::string_view text)
+{
+    struct Form {
+        ByteRange lead;
+        std::size_t length;
+        ByteRange second;
     };
-    const auto lead = byte(0);
-    if (lead < 0x80)
-        return 1;
-    if (lead >= 0xC2 && lead <= 0xDF)
-        return isContinuation(static_cast<unsigned char>(byte(1))) ? 2 : 0;
-    const auto second = byte(1);
-    const bool tail = isContinuation(static_cast<unsigned char>(byte(2)));
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        const auto low = lead == 0xE0 ? 0xA0U : 0x80U;
-        const auto high = lead == 0xED ? 0x9FU : 0xBFU;
-        return second >= low && second <= high && tail ? 3 : 0;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        const auto low = lead == 0xF0 ? 0x90U : 0x80U;
-        const auto high = lead == 0xF4 ? 0x8FU : 0xBFU;
-        const bool last = isContinuation(static_cast<unsigned char>(byte(3)));
-        return second >= low && second <= high && tail && last ? 4 : 0;
-    }
-    return 0;
+    static constexpr std::array forms{
+        Form{{0x00, 0x7F}, 1, {}},
+        Form{{0xC2, 0xDF}, 2, {}},
+        Form{{0xE0, 0xE0}, 3, {0xA0, 0xBF}},
+        Form{{0xE1, 0xEC}, 3, {}},
+        Form{{0xED, 0xED}, 3, {0x80, 0x9F}},
+        Form{{0xEE, 0xEF}, 3, {}},
+        Form{{0xF0, 0xF0}, 4, {0x90, 0xBF}},
+        Form{{0xF1, 0xF3}, 4, {}},
+        Form{{0xF4, 0xF4}, 4, {0x80, 0x8F}},
+    };
+    const auto* const form = std::ranges::find_if(
+        forms, [&](const Form& each) { return contains(each.lead, text.front()); });
+    if (form == forms.end())
+        return {};
+    std::size_t length = 1;
+    while (length < form->length && length < text.size()
+           && contains(length == 1 ? form->second : ByteRange{}, text[length]))
+        ++length;
+    return {length, length == form->length};
 }
 
 } // namespace
 
 bool isUtf8(std::string_view text)
 {
-    for (std::size_t at = 0; at < text.size();) {
-        const auto length = scalarLength(text, at);
-        if (length == 0)
+    while (!text.empty()) {
+        const auto sequence = firstSequence(text);
+        if (!sequence.isScalar)
             return false;
-        at += length;
+        text.remove_prefix(sequence.length);
     }
     return true;
+}
+
+std::string repairedUtf8(std::string_view text)
+{
+    std::string repaired;
+    while (!text.empty()) {
+        const auto sequence = firstSequence(text);
+        repaired += sequence.isScalar ? text.substr(0, sequence.length) : replacementCharacter;
+        text.remove_prefix(sequence.length);
+    }
+    return repaired;
 }
 
 std::string_view firstScalars(std::string_view text, std::size_t count)
 {
     std::size_t at = 0;
     while (at < text.size()) {
-        const bool startsScalar = !isContinuation(static_cast<unsigned char>(text[at]));
+        const bool startsScalar = !isContinuation(text[at]);
         if (startsScalar && count-- == 0)
             break;
         ++at;

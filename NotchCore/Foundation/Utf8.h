@@ -12,7 +12,10 @@ namespace notch {
 // Shortest-form UTF-8 without surrogates (RFC 3629).
 bool isUtf8(std::string_view text);
 
-// The text cut behind its first `count` scalars; the whole text if it has no more. The text must be
+// The text with U+FFFD in place of whatever is not UTF-8, so that it can be sent and shown.
+std::string repairedUtf8(std::string_view text);
+
+// The text cut after its first `count` scalars; the whole text if it has no more. The text must be
 // UTF-8.
 std::string_view firstScalars(std::string_view text, std::size_t count);
 

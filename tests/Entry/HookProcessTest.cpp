@@ -7,6 +7,7 @@
 #include "support/ChildProcess.h"
 #include "support/CompletionEvents.h"
 #include "support/PrivateBridge.h"
+#include "support/TemporaryDirectory.h"
 #include "support/Trace.h"
 
 #include <csignal>
@@ -35,8 +36,10 @@ std::string inputOf(const std::string& toolInputMember)
 // sanitizers' own memory is no concern of the program.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr long mostKilobytes = 1024L * 1024;
+constexpr bool usualStack = false;
 #else
 constexpr long mostKilobytes = 56L * 1024;
+constexpr bool usualStack = true;
 #endif
 
 // A real hook process and a real server of the resident application's kind, at which somebody
@@ -58,12 +61,13 @@ protected:
     ApprovalServer server;
 };
 
-TEST_F(HookProcess, takesTheSourceFromBehindItsFlag)
+TEST_F(HookProcess, takesTheSourceAfterItsFlag)
 {
     for (const auto& [arguments, source] : std::vector<std::pair<Arguments, std::string>>{
              {{"--hook"}, "quillmoss"},
              {{"--hook", "--source"}, "quillmoss"},
              {{"--source", "汉", "--hook", "--source", "b"}, "汉"},
+             {{"--hook", "--source", "\xE6\xB1 not UTF-8"}, "\uFFFD not UTF-8"},
              {{"--hook", "--source", ""}, ""},
              {{"--source", "--hook"}, "--hook"},
              {{"--hook", "--source", "quillmossAI", "--owner-marker", "quillmoss-notch-v1"},
@@ -82,6 +86,21 @@ TEST_F(HookProcess, endsWithStatusZeroWhenNobodyReadsItsLine)
     hook.write(inputOf("0"));
     EXPECT_EQ(hook.finish(), (Ending{0, "", ""}));
     EXPECT_EQ(trace.next(), "quillmoss asks");
+}
+
+// The shell sets the limits of the process that becomes the hook.
+TEST_F(HookProcess, worksWithALittleStackAndWithoutRoomForItsLine)
+{
+    decision = Decision::allow;
+    const TemporaryDirectory directory;
+    const auto deep = inputOf(std::string(509, '[') + std::string(509, ']'));
+    for (const auto* limits : {usualStack ? "ulimit -s 64" : ":", "ulimit -f 0; exec >\"$1\""}) {
+        const auto command = limits + std::string("; exec \"$0\" --hook");
+        const auto ending =
+            runProgram("/bin/sh", {"-c", command, PROGRAM_PATH, directory / "line"}, deep);
+        EXPECT_EQ(ending.status, 0) << command;
+        EXPECT_EQ(trace.next(), "quillmoss asks");
+    }
 }
 
 TEST_F(HookProcess, waitsAsleepForAnInputThatIsNotClosed)
