@@ -4,6 +4,7 @@
 #include "HookConfiguration/AnchoredRead.h"
 
 #include "HookConfiguration/HookInstaller.h"
+#include "HookConfiguration/PrivateEntries.h"
 
 #include <array>
 #include <cerrno>
@@ -16,21 +17,37 @@ namespace {
 
 using Failure = HookInstaller::Failure;
 
-constexpr int directoryFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+constexpr int rootFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+constexpr int directoryFlags = rootFlags | O_NOFOLLOW;
 constexpr std::size_t readBufferBytes = 16'384;
-constexpr mode_t privateDirectoryMode = 0700;
+
+// A directory on the way need not let itself be listed, as is usual above the homes of a shared
+// machine; being allowed to search it is enough. On failure errno says why.
+UniqueFd openForSearch(const FileSystem& files, int parent, const char* piece)
+{
+    UniqueFd directory(files.openat(parent, piece, directoryFlags));
+    if (directory.valid() || errno != EACCES)
+        return directory;
+    const UniqueFd unread(files.openat(parent, piece, directoryFlags | O_PATH));
+    return unread.valid() ? UniqueFd(files.openat(unread.get(), ".", directoryFlags | O_PATH))
+                          : UniqueFd();
+}
+
+// The last directory is read, too: otherwise a rename in it could not be brought to the disk.
+enum class Position { onTheWay, last };
 
 // The directory `piece` below `parent`, made first where that is wanted. On failure errno says why.
-UniqueFd openPiece(
-    const FileSystem& files, int parent, const std::string& piece, MissingDirectories missing)
+UniqueFd openPiece(const FileSystem& files, int parent, const char* piece, Position position,
+    MissingDirectories missing)
 {
     const auto openNow = [&] {
-        return UniqueFd(files.openat(parent, piece.c_str(), directoryFlags | O_NOFOLLOW));
+        return position == Position::last ? UniqueFd(files.openat(parent, piece, directoryFlags))
+                                          : openForSearch(files, parent, piece);
     };
     UniqueFd directory = openNow();
     if (directory.valid() || errno != ENOENT || missing == MissingDirectories::leave)
         return directory;
-    if (files.mkdirat(parent, piece.c_str(), privateDirectoryMode) != 0 && errno != EEXIST)
+    if (!makePrivateDirectory(files, parent, piece))
         throw Failure("无法创建私有配置目录。");
     return openNow();
 }
@@ -95,11 +112,12 @@ std::vector<std::string> pathPieces(std::string_view path)
 std::optional<UniqueFd> openDirectory(const FileSystem& files,
     const std::vector<std::string>& pieces, MissingDirectories missing, const ReadWording& wording)
 {
-    UniqueFd current(files.open("/", directoryFlags));
+    UniqueFd current(files.open("/", rootFlags));
     if (!current.valid())
         throw Failure(wording.noRoot);
     for (const auto& piece : pieces) {
-        auto next = openPiece(files, current.get(), piece, missing);
+        const auto position = &piece == &pieces.back() ? Position::last : Position::onTheWay;
+        auto next = openPiece(files, current.get(), piece.c_str(), position, missing);
         if (!next.valid() && errno == ENOENT && missing == MissingDirectories::leave)
             return std::nullopt;
         if (!next.valid())
@@ -119,7 +137,10 @@ FileSnapshot readConfiguration(
     if (!file.valid())
         throw Failure(wording.badFile);
     struct stat before { };
-    if (files.fstat(file.get(), &before) != 0 || !isPlain(before))
+    const bool known = files.fstat(file.get(), &before) == 0;
+    if (known && before.st_nlink == 0) // Replaced since it was opened.
+        throw Failure(wording.changed);
+    if (!known || !isPlain(before))
         throw Failure(wording.notPlain);
     auto bytes = readToEnd(files, file.get(), before.st_size, wording);
     struct stat after { };

@@ -3,8 +3,12 @@
 
 #include "HookConfiguration/FileSystem.h"
 
+#include "Foundation/UniqueFd.h"
+
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -29,6 +33,16 @@ int FileSystem::openat(int directory, const char* name, int flags, mode_t mode) 
 int FileSystem::mkdirat(int directory, const char* name, mode_t mode) const
 {
     return ::mkdirat(directory, name, mode);
+}
+
+int FileSystem::fchmod(int fd, mode_t mode) const
+{
+    return ::fchmod(fd, mode);
+}
+
+int FileSystem::fchmodat(int directory, const char* name, mode_t mode) const
+{
+    return ::fchmodat(directory, name, mode, AT_SYMLINK_NOFOLLOW);
 }
 
 int FileSystem::fstat(int fd, struct stat* status) const
@@ -74,6 +88,23 @@ int FileSystem::linkat(int directory, const char* from, const char* to) const
 int FileSystem::unlinkat(int directory, const char* name) const
 {
     return ::unlinkat(directory, name, 0);
+}
+
+std::vector<std::string> FileSystem::names(int directory) const
+{
+    struct Close {
+        void operator()(DIR* list) const { ::closedir(list); }
+    };
+    // A descriptor of its own: reading moves the position, and closing the list closes it.
+    UniqueFd own(::openat(directory, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const std::unique_ptr<DIR, Close> list(own.valid() ? ::fdopendir(own.get()) : nullptr);
+    if (!list)
+        return {};
+    static_cast<void>(own.release());
+    std::vector<std::string> found;
+    while (const auto* entry = ::readdir(list.get()))
+        found.emplace_back(entry->d_name);
+    return found;
 }
 
 } // namespace notch

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
+#include "Foundation/Utf8.h"
 #include "HookConfiguration/HookInstaller.h"
 #include "HookConfiguration/QuillMossProfile.h"
 
@@ -31,7 +32,9 @@ std::string commandLine(const HookInstaller::CommandArguments& arguments)
 std::string checkedCommand(std::string_view executableURL, std::string_view flag,
     std::string_view source, std::string_view marker)
 {
-    if (!isExecutablePath(executableURL) || !parseQuillMossProfile(source))
+    // A settings file with other bytes than UTF-8 could never be read again.
+    if (!isExecutablePath(executableURL) || !isUtf8(executableURL)
+        || !parseQuillMossProfile(source))
         throw HookInstaller::Failure("需要绝对可执行文件路径和有效的 QuillMoss 来源。");
     return commandLine(
         {std::string(executableURL), std::string(flag), std::string(HookInstaller::sourceFlag),

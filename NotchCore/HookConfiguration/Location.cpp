@@ -5,6 +5,7 @@
 
 #include "Foundation/UUID.h"
 #include "HookConfiguration/HookInstaller.h"
+#include "HookConfiguration/PrivateEntries.h"
 #include "HookConfiguration/SettingsDocument.h"
 
 #include <algorithm>
@@ -12,7 +13,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 namespace notch {
 namespace {
@@ -21,9 +21,7 @@ using Failure = HookInstaller::Failure;
 
 constexpr const char* lockName = ".quillmoss-notch-v1.lock";
 constexpr const char* backupDirectoryName = ".quillmoss-notch-backups";
-constexpr mode_t privateFileMode = 0600;
-constexpr mode_t privateDirectoryMode = 0700;
-constexpr mode_t othersMask = 077;
+constexpr std::string_view temporaryNameEnd = ".tmp";
 
 constexpr ReadWording installerWording{
     .noRoot = "无法打开根目录。",
@@ -38,18 +36,6 @@ constexpr ReadWording installerWording{
     .readFailed = "读取配置失败。",
     .changed = "读取时配置发生变化，请重试。",
 };
-
-bool isPrivate(const struct stat& status)
-{
-    return status.st_uid == ::geteuid() && (status.st_mode & othersMask) == 0;
-}
-
-// A file that must not exist yet.
-UniqueFd createPrivateFile(const FileSystem& files, int directory, const std::string& name)
-{
-    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    return UniqueFd(files.openat(directory, name.c_str(), flags, privateFileMode));
-}
 
 void writeAll(const FileSystem& files, int file, std::string_view bytes)
 {
@@ -66,8 +52,7 @@ void writeAll(const FileSystem& files, int file, std::string_view bytes)
 UniqueFd openBackupDirectory(const Location& location)
 {
     const auto& files = location.files();
-    if (files.mkdirat(location.directory(), backupDirectoryName, privateDirectoryMode) != 0
-        && errno != EEXIST)
+    if (!makePrivateDirectory(files, location.directory(), backupDirectoryName))
         throw Failure("无法创建备份目录。");
     constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
     UniqueFd directory(files.openat(location.directory(), backupDirectoryName, flags));
@@ -101,12 +86,39 @@ bool renameWithoutReplacing(const Location& location, const char* from, const ch
     return true;
 }
 
+std::string temporaryNameStart(const Location& location)
+{
+    return "." + location.name() + ".";
+}
+
+bool isTemporaryName(const Location& location, std::string_view name)
+{
+    const auto start = temporaryNameStart(location);
+    if (!name.starts_with(start) || !name.ends_with(temporaryNameEnd)
+        || name.size() < start.size() + temporaryNameEnd.size())
+        return false;
+    name.remove_prefix(start.size());
+    name.remove_suffix(temporaryNameEnd.size());
+    const auto id = UUID::parse(name);
+    return id && id->text() == name;
+}
+
+// A temporary file lives under the lock, so that one that is there when the lock is taken was left
+// by a process that was killed. It holds a copy of the settings.
+void removeLeftovers(const Location& location)
+{
+    const auto& files = location.files();
+    for (const auto& name : files.names(location.directory()))
+        if (isTemporaryName(location, name))
+            files.unlinkat(location.directory(), name.c_str());
+}
+
 // The new bytes under a name of their own. The name is gone in the end, whatever happens.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const Location& location)
         : location_(location)
-        , name_("." + location.name() + "." + UUID::random().text() + ".tmp")
+        , name_(temporaryNameStart(location) + UUID::random().text() + temporaryNameEnd.data())
         , file_(createPrivateFile(location.files(), location.directory(), name_))
     {
         if (!file_.valid())
@@ -122,8 +134,15 @@ public:
 
     void fill(const Json& document) const
     {
-        writeSettings(document,
-            [this](std::string_view piece) { writeAll(location_.files(), file_.get(), piece); });
+        std::int64_t written = 0;
+        writeSettings(document, [&](std::string_view piece) {
+            // The uniform layout may be longer than what was read, and then nobody could read it
+            // again.
+            written += static_cast<std::int64_t>(piece.size());
+            if (written > maximumConfigurationBytes)
+                throw Failure(installerWording.tooLarge);
+            writeAll(location_.files(), file_.get(), piece);
+        });
         if (location_.files().fsync(file_.get()) != 0)
             throw Failure("配置同步失败。");
     }
@@ -181,8 +200,13 @@ InstallLock::InstallLock(const Location& location)
     if (files_.fstat(file_.get(), &status) != 0 || !S_ISREG(status.st_mode) || !isPrivate(status)
         || status.st_nlink != 1)
         throw Failure("安装锁不是安全的私有文件。");
+    // A umask may have taken so much away that the next operation could not open it.
+    const bool usable = (status.st_mode & privateFileMode) == privateFileMode;
+    if (!usable && files_.fchmod(file_.get(), privateFileMode) != 0)
+        throw Failure("无法安全创建安装锁。");
     if (files_.flock(file_.get(), LOCK_EX | LOCK_NB) != 0)
         throw Failure("另一次 hook 配置操作正在进行，请稍后重试。");
+    removeLeftovers(location);
 }
 
 InstallLock::~InstallLock()

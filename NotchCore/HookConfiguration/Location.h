@@ -55,7 +55,8 @@ private:
 };
 
 // Excludes other operations on the same directory, also of other processes. Never waits: a held
-// lock is a failure. The lock file stays.
+// lock is a failure. The lock file stays. Taking the lock removes the temporary files that killed
+// operations left behind.
 class InstallLock {
 public:
     explicit InstallLock(const Location& location);

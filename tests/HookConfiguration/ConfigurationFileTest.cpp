@@ -5,6 +5,7 @@
 
 #include "HookConfiguration/Location.h"
 #include "HookConfiguration/SettingsHookConfiguration.h"
+#include "support/OrdinaryUser.h"
 #include "support/SettingsFile.h"
 #include "support/WatchedFileSystem.h"
 
@@ -111,52 +112,88 @@ TEST(ConfigurationFile, needsAnAbsolutePathWithoutDetours)
         EXPECT_EQ(installation(url), message) << url;
 }
 
-// What another program does while the file is read.
+// What another program does once the file is open, before it is looked at or while it is read.
 TEST(ConfigurationFile, isRefusedWhenItChangesWhileItIsRead)
 {
     struct Row {
-        std::size_t added;
-        const char* installer;
-        const char* inspector;
+        const char* call;
+        std::string command;
+        const char* installer = "读取时配置发生变化，请重试。";
+        const char* inspector = "读取期间配置发生变化，请刷新重试。";
     };
     for (const auto& row : {
-             Row{1, "读取时配置发生变化，请重试。", "读取期间配置发生变化，请刷新重试。"},
-             Row{maximumConfigurationBytes, "配置文件过大。", "配置超过 4 MB，未继续读取。"},
+             Row{"read", "echo >>settings.json"},
+             Row{"read", "printf %4194304s >>settings.json", "配置文件过大。",
+                 "配置超过 4 MB，未继续读取。"},
+             Row{"fstat", "echo {} >new; mv new settings.json"},
          }) {
         const SettingsFile settings("{}");
-        const WatchedFileSystem growing([&](const Call& call) {
-            if (call.name == "read" && fs::file_size(settings.url()) == 2)
-                std::ofstream(settings.url(), std::ios::app) << std::string(row.added, ' ');
-            return Fault{};
-        });
-        EXPECT_EQ(inspection(settings.url(), growing), row.inspector);
+        // The installer opens the file only under the lock.
+        const auto changing = [&](bool isOpen) {
+            return WatchedFileSystem([&, isOpen, acted = false](const Call& call) mutable {
+                if (isOpen && call.name == row.call && !std::exchange(acted, true))
+                    run(settings.directory(), row.command);
+                isOpen = isOpen || call.name == "flock";
+                return Fault{};
+            });
+        };
+        EXPECT_EQ(inspection(settings.url(), changing(true)), row.inspector) << row.command;
         settings.write("{}");
-        EXPECT_EQ(installation(settings.url(), growing), row.installer);
+        EXPECT_EQ(installation(settings.url(), changing(false)), row.installer) << row.command;
     }
+}
+
+// What is read in one line may be written in many.
+TEST(ConfigurationFile, isNotLaidOutBeyondTheLargestSize)
+{
+    constexpr int depth = 400;
+    auto text = R"({"a":)" + std::string(depth, '[') + '0';
+    for (int i = 0; i < 6'000; ++i)
+        text += ",0";
+    text += std::string(depth, ']') + '}';
+    const SettingsFile settings(text);
+    EXPECT_EQ(installation(settings.url()), "配置文件过大。");
+    EXPECT_EQ(settings.text(), text);
+    EXPECT_EQ(settings.leftovers().size(), 1U);
+}
+
+TEST(ConfigurationFile, mayLieBelowADirectoryThatCannotBeListed)
+{
+    const OrdinaryUser user;
+    const TemporaryDirectory top;
+    const auto url = top / "home/.quillmoss/settings.json";
+    fs::create_directory(top / "home");
+    const auto above = [&](int mode) { fs::permissions(top.path(), fs::perms(mode)); };
+    above(0100);
+    EXPECT_EQ(installation(url), "");
+    EXPECT_EQ(inspection(url), "");
+    above(0600);
+    EXPECT_EQ(installation(url), "无法安全打开目录 home：Permission denied；符号链接不受支持。");
+    above(0);
+    const auto name = fs::path(top.path()).filename().string();
+    EXPECT_EQ(
+        installation(url), "无法安全打开目录 " + name + "：Permission denied；符号链接不受支持。");
+    above(0700);
 }
 
 // Also where the file is already as it should be and nothing is to be written.
 TEST(ConfigurationFile, isLookedAtOnceMoreInTheEnd)
 {
-    const auto moved = "配置目录发生变化，请重试。";
     const auto changed = "配置已被其他程序修改；为防止覆盖，操作已取消。";
     for (const auto& [command, message] : {
-             std::pair{"mv .quillmoss aside", moved},
-             std::pair{"mv .quillmoss aside; cp -r aside .quillmoss", moved},
+             std::pair{"mv .quillmoss aside; cp -r aside .quillmoss", "配置目录发生变化，请重试。"},
              std::pair{"echo >>.quillmoss/settings.json", changed},
-         })
-        for (const bool installed : {false, true}) {
-            const SettingsFile settings("{}");
-            if (installed)
-                installOwn(settings.url());
-            bool acted = false;
-            const WatchedFileSystem files([&, &act = command](const Call& call) {
-                if (call.name == "fsync" && !std::exchange(acted, true))
-                    run(settings.home(), act);
-                return Fault{};
-            });
-            EXPECT_EQ(installation(settings.url(), files), message) << command;
-        }
+         }) {
+        const SettingsFile settings("{}");
+        installOwn(settings.url());
+        bool acted = false;
+        const WatchedFileSystem files([&, &act = command](const Call& call) {
+            if (call.name == "fsync" && !std::exchange(acted, true))
+                run(settings.home(), act);
+            return Fault{};
+        });
+        EXPECT_EQ(installation(settings.url(), files), message) << command;
+    }
 }
 
 TEST(ConfigurationFile, lockedByAnotherIsNotWaitedFor)

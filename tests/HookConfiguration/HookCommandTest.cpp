@@ -50,6 +50,7 @@ TEST(HookCommand, isBuiltForAbsolutePathsAndKnownSourcesOnly)
              std::pair{"a/N"s, "quillmoss"},
              std::pair{"/a\0N"s, "quillmoss"},
              std::pair{"/a\nN"s, "quillmoss"},
+             std::pair{"/a\xFF/N"s, "quillmoss"},
              std::pair{"/a/N"s, ""},
              std::pair{"/a/N"s, "QuillMoss"},
          }) {

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: MIT
 
 #include "HookConfiguration/HookInstaller.h"
+#include "support/OrdinaryUser.h"
 #include "support/SettingsFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace notch {
 namespace {
@@ -36,14 +38,26 @@ TEST(HookInstaller, writesAMissingFileWithItsDirectory)
 }
 )");
     EXPECT_EQ(SettingsFile::textOf(backup), "{}\n");
-    for (const auto& [path, mode] : {
-             std::pair{directory, 0700},
-             std::pair{directory + "/settings.json", 0600},
-             std::pair{directory + "/.quillmoss-notch-v1.lock", 0600},
-             std::pair{directory + "/.quillmoss-notch-backups", 0700},
-             std::pair{backup, 0600},
-         })
-        EXPECT_EQ(static_cast<int>(std::filesystem::status(path).permissions()), mode) << path;
+}
+
+TEST(HookInstaller, givesWhatItMakesItsWholeModeUnderAnyUmask)
+{
+    const OrdinaryUser user;
+    for (const mode_t mask : {0000, 0177, 0277, 0477}) {
+        const TemporaryDirectory home;
+        const auto directory = home / ".quillmoss";
+        const auto usual = ::umask(mask);
+        const auto backup = installOwn(directory + "/settings.json");
+        ::umask(usual);
+        for (const auto& [path, mode] : {
+                 std::pair{directory, 0700},
+                 std::pair{directory + "/settings.json", 0600},
+                 std::pair{directory + "/.quillmoss-notch-v1.lock", 0600},
+                 std::pair{directory + "/.quillmoss-notch-backups", 0700},
+                 std::pair{backup, 0600},
+             })
+            EXPECT_EQ(static_cast<int>(std::filesystem::status(path).permissions()), mode) << path;
+    }
 }
 
 TEST(HookInstaller, refusesSettingsTheHostMightNotUnderstand)

@@ -46,6 +46,14 @@ public:
     {
         return watched("mkdirat", [&] { return FileSystem::mkdirat(directory, name, mode); });
     }
+    int fchmod(int fd, mode_t mode) const override
+    {
+        return watched("fchmod", [&] { return FileSystem::fchmod(fd, mode); });
+    }
+    int fchmodat(int directory, const char* name, mode_t mode) const override
+    {
+        return watched("fchmodat", [&] { return FileSystem::fchmodat(directory, name, mode); });
+    }
     int fstat(int fd, struct stat* status) const override
     {
         return watched("fstat", [&] { return FileSystem::fstat(fd, status); });
