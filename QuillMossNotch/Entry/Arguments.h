@@ -4,8 +4,9 @@
 #pragma once
 
 #include <optional>
+#include <ranges>
+#include <span>
 #include <string_view>
-#include <vector>
 
 namespace notch {
 
@@ -24,10 +25,15 @@ public:
 
     // True when any element equals the flag.
     bool contains(std::string_view flag) const { return position(flag) < count_; }
-    // The element behind the first one that equals the flag.
-    std::optional<std::string_view> behind(std::string_view flag) const;
-    // The elements behind the program's path.
-    std::vector<std::string_view> list() const;
+    // The element after the first one that equals the flag.
+    std::optional<std::string_view> after(std::string_view flag) const;
+    // The elements after the program's path, as string views. Takes no memory.
+    auto list() const
+    {
+        // An empty argument list is possible: execve(2).
+        return std::span(values_ + (count_ > 0 ? 1 : 0), values_ + count_)
+             | std::views::transform([](const char* value) { return std::string_view(value); });
+    }
 
 private:
     int position(std::string_view flag) const;

@@ -3,11 +3,14 @@
 
 #include "Entry/Configure.h"
 
+#include "Entry/Change.h"
 #include "Entry/Terminal.h"
 #include "Foundation/Account.h"
 #include "HookConfiguration/HookInstaller.h"
 #include "HookConfiguration/QuillMossProfile.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 
 namespace notch {
@@ -16,49 +19,66 @@ namespace {
 constexpr int success = 0;
 constexpr int failure = 1;
 
-void remove(const std::string& settings)
+constexpr std::string_view failed = "Configuration failed: ";
+
+// Options that may stand beside --configure; those of the hook's own command line go unheeded.
+constexpr std::array<std::string_view, 7> knownOptions{"--configure", "--apply", "--remove",
+    "--compat-bash", HookInstaller::hookFlag, HookInstaller::sourceFlag, HookInstaller::ownerFlag};
+
+int remove(const std::string& settings)
 {
     const auto backup = HookInstaller().uninstall(settings);
-    print("Removed this application's hooks. Backup: " + backup + '\n');
+    return reportDone({"Removed this application's hooks. Backup: ", backup, "\n"});
 }
 
-void previewAndApply(const Arguments& arguments, const std::string& settings,
+// A mistyped --apply would otherwise look like one that worked.
+void nameUnknownOption(const Arguments& arguments)
+{
+    const auto list = arguments.list();
+    const auto unknown = std::ranges::find_if(list, [](std::string_view word) {
+        return word.starts_with('-') && std::ranges::find(knownOptions, word) == knownOptions.end();
+    });
+    if (unknown != list.end())
+        complain({"Unknown option ", *unknown, ": nothing was written.\n"});
+}
+
+int previewAndApply(const Arguments& arguments, const std::string& settings,
     const std::string& executable, std::string_view source)
 {
     using InterceptBash = HookInstaller::InterceptBash;
     const HookInstaller installer;
     const auto interceptBash =
         arguments.contains("--compat-bash") ? InterceptBash::yes : InterceptBash::no;
-    print(installer.preview(settings, executable, source, interceptBash) + '\n');
-    if (!arguments.contains("--apply"))
-        return;
+    if (!print({installer.preview(settings, executable, source, interceptBash), "\n"}))
+        return complain({failed, "standard output cannot be written; nothing was changed.\n"});
+    if (!arguments.contains("--apply")) {
+        nameUnknownOption(arguments);
+        return success;
+    }
     const auto backup = installer.install(settings, executable, source, interceptBash);
-    print("Installed. Restart QuillMoss to load hooks. Backup: " + backup + '\n');
+    return reportDone({"Installed. Restart QuillMoss to load hooks. Backup: ", backup, "\n"});
+}
+
+int configureEdition(const Arguments& arguments)
+{
+    const auto edition = arguments.after("--configure").value_or("");
+    const auto profile = parseQuillMossProfile(edition);
+    const auto executable = executablePath();
+    if (!profile || !executable)
+        return complain({"Usage: QuillMossNotch --configure quillmoss|quillmossAI "
+                         "[--apply|--remove]\n"});
+    const bool removal = arguments.contains("--remove");
+    if (removal && arguments.contains("--apply"))
+        return failure; // A contradiction: nothing is said and nothing is touched.
+    const auto settings = settingsURL(*profile);
+    return removal ? remove(settings) : previewAndApply(arguments, settings, *executable, edition);
 }
 
 } // namespace
 
 int configure(const Arguments& arguments)
 {
-    const auto edition = arguments.behind("--configure").value_or("");
-    const auto profile = parseQuillMossProfile(edition);
-    const auto executable = executablePath();
-    if (!profile || !executable)
-        return complain("Usage: QuillMossNotch --configure quillmoss|quillmossAI "
-                        "[--apply|--remove]\n");
-    const bool removal = arguments.contains("--remove");
-    if (removal && arguments.contains("--apply"))
-        return failure; // A contradiction: nothing is said and nothing is touched.
-    try {
-        const auto settings = settingsURL(*profile);
-        if (removal)
-            remove(settings);
-        else
-            previewAndApply(arguments, settings, *executable, edition);
-        return success;
-    } catch (const HookInstaller::Failure& stopped) {
-        return complain("Configuration failed: " + stopped.message + '\n');
-    }
+    return runChange(failed, [&] { return configureEdition(arguments); });
 }
 
 } // namespace notch

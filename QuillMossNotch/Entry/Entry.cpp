@@ -6,6 +6,7 @@
 #include "Bridge/HookClient.h"
 #include "Entry/Configure.h"
 #include "Entry/ConfigureCompletion.h"
+#include "Entry/Help.h"
 #include "Entry/Terminal.h"
 #include "Entry/WindowModuleLoader.h"
 #include "HookConfiguration/HookInstaller.h"
@@ -14,6 +15,9 @@
 
 #include <algorithm>
 #include <array>
+#include <exception>
+#include <new>
+#include <unistd.h>
 
 namespace notch {
 namespace {
@@ -22,18 +26,29 @@ constexpr int success = 0;
 
 int printTransportIdentity(const Arguments&)
 {
-    print("production\n");
+    print({"production\n"});
     return success;
 }
 
-// A hook's failure shows only as missing output, never as a status.
-int runHook(const Arguments& arguments)
+// A hook's failure shows only as missing output, never as a status: whatever happens, the host's
+// own flow goes on.
+template <class Work> int runSilently(const Work& work)
 {
+    // Where memory is so short that an exception cannot even be thrown.
+    std::set_terminate([] { ::_exit(success); });
     try {
-        HookClient().run(arguments.behind("--source").value_or("quillmoss"));
-    } catch (...) { // Out of memory: the host's own flow goes on all the same.
+        work();
+    } catch (const std::bad_alloc&) {
     }
     return success;
+}
+
+int runHook(const Arguments& arguments)
+{
+    return runSilently([&] {
+        HookClient().run(
+            arguments.after("--source").value_or(rawValue(QuillMossProfile::quillmoss)));
+    });
 }
 
 // Only the very list that the installer writes: any other is not this system's hook.
@@ -47,26 +62,24 @@ bool isOwnCompletionHook(const Arguments& arguments)
 
 int runCompletionHook(const Arguments& arguments)
 {
-    try {
+    return runSilently([&] {
         if (isOwnCompletionHook(arguments))
             CompletionHookClient().run();
-    } catch (...) { // Out of memory: the host's turn goes on all the same.
-    }
-    return success;
+    });
 }
 
 int renderCompletionPreview(const Arguments& arguments)
 {
-    if (!arguments.behind("--render-completion-preview"))
-        return complain("Usage: --render-completion-preview <new.png>\n");
+    if (!arguments.after("--render-completion-preview"))
+        return complain({"Usage: --render-completion-preview <new.png>\n"});
     return runWindowModule(WindowMode::renderCompletionPreview, arguments);
 }
 
 int renderQuestionPreview(const Arguments& arguments)
 {
-    if (!arguments.behind("--render-question-preview"))
-        return complain("Usage: QuillMossNotch --render-question-preview <new.png> "
-                        "[--question-long] [--question-failure]\n");
+    if (!arguments.after("--render-question-preview"))
+        return complain({"Usage: QuillMossNotch --render-question-preview <new.png> "
+                         "[--question-long] [--question-failure]\n"});
     return runWindowModule(WindowMode::renderQuestionPreview, arguments);
 }
 
@@ -105,6 +118,9 @@ constexpr std::array rows{
     Row{"--native-diagnose", contains, runInWindowModule<WindowMode::nativeDiagnose>},
     Row{"--configure", contains, configure},
     Row{"--hook", contains, runHook},
+    Row{"--help", isOnlyArgument, printHelp},
+    Row{"-h", isOnlyArgument, printHelp},
+    Row{"--version", isOnlyArgument, printVersion},
 };
 
 } // namespace

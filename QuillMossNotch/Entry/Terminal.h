@@ -3,14 +3,23 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <string_view>
 
 namespace notch {
 
-// To standard output. A stream that is closed or full loses the text.
-void print(std::string_view text);
+// Gives the process all three standard streams, /dev/null in place of a closed one, so that no file
+// that is opened later becomes standard output.
+void openStandardStreams();
 
-// To standard error; the result is the exit status that goes with it.
-int complain(std::string_view text);
+// From here on a reader that is gone, or a limit on the size of files, ends a write with an error
+// and not the process with a signal.
+void ignoreWriteSignals();
+
+// To standard output; false when not all of it could be written. Takes no memory.
+bool print(std::initializer_list<std::string_view> pieces);
+
+// To standard error; the result is the exit status that goes with it. Takes no memory.
+int complain(std::initializer_list<std::string_view> pieces);
 
 } // namespace notch

@@ -20,13 +20,14 @@ std::string modulePath(const std::string& executable)
 
 int complainOfModule(std::string_view reason)
 {
-    return complain("QuillMossNotch cannot load its window module: " + std::string(reason) + "\n");
+    return complain({"QuillMossNotch cannot load its window module: ", reason, "\n"});
 }
 
 } // namespace
 
 int runWindowModule(WindowMode mode, const Arguments& arguments)
 {
+    openStandardStreams();
     const auto executable = executablePath();
     if (!executable)
         return complainOfModule("the program's own file was removed or replaced.");

@@ -74,6 +74,34 @@ TEST_F(Configure, appliesAndRemoves)
     EXPECT_EQ(settings.text(), "{}\n");
 }
 
+TEST_F(Configure, saysThatNothingWasWrittenForAnOptionItDoesNotKnow)
+{
+    EXPECT_EQ(run({"--configure", "quillmoss", "--aply", "--hook"}),
+        (Ending{0, shown().output, "Unknown option --aply: nothing was written.\n"}));
+}
+
+TEST_F(Configure, endsInOneLineWhenItsOutputIsLost)
+{
+    const std::string fullDisk = "exec >/dev/full";
+    const std::string brokenPipe = "mkfifo \"$1\"; exec 3<>\"$1\" >\"$1\" 3>&-";
+    const auto lose = [&](const std::string& output, const std::string& option) {
+        const auto command = output + "; exec \"$0\" --configure quillmoss " + option;
+        const auto pipe = settings.home() + "/pipe" + option;
+        return runProgramAtHome(settings.home(), "/bin/sh", {"-c", command, PROGRAM_PATH, pipe});
+    };
+    for (const auto& output : {fullDisk, brokenPipe}) {
+        EXPECT_EQ(lose(output, "--apply"),
+            (Ending{1, "",
+                "Configuration failed: standard output cannot be written; nothing was "
+                "changed.\n"}));
+        EXPECT_FALSE(settings.exists());
+    }
+    settings.write("{ }");
+    const auto removal = lose(brokenPipe, "--remove");
+    EXPECT_EQ(removal.status, 1);
+    EXPECT_TRUE(removal.errors.starts_with("Standard output cannot be written. Removed "));
+}
+
 TEST_F(Configure, keepsTheEditionsApart)
 {
     EXPECT_EQ(run({"--configure", "quillmossAI", "--apply"}).status, 0);

@@ -71,6 +71,8 @@ TEST_F(EntryTable, answersByItself)
              {{"--configure", "--configure", "quillmoss"}, configureUsage},
              {{"--hook", "--configure"}, configureUsage},
              {{"--hook", "--demo"}, silence},
+             {{"--version", "--hook"}, silence},
+             {{"--version"}, {0, "QuillMossNotch " PROGRAM_VERSION "\n", ""}},
          })
         EXPECT_EQ(runProgram(program, arguments), ending) << testing::PrintToString(arguments);
 }
@@ -84,6 +86,7 @@ TEST_F(EntryTable, entersTheWindowModuleInTheModeThatTheArgumentsAskFor)
              {{"--render-preview", "a.png"}, WindowMode::resident},
              {{"--test-transport-identity", "x"}, WindowMode::resident},
              {{"--Hook", "--hook=x"}, WindowMode::resident},
+             {{"--version", "--help"}, WindowMode::resident},
              {{"--render-completion-preview", "a.png"}, WindowMode::renderCompletionPreview},
              {{"--ui-self-test", "--render-question-preview", "a.png", "--question-long"},
                  WindowMode::renderQuestionPreview},
@@ -91,6 +94,22 @@ TEST_F(EntryTable, entersTheWindowModuleInTheModeThatTheArgumentsAskFor)
              {{"--configure", "--native-diagnose"}, WindowMode::nativeDiagnose},
          })
         EXPECT_EQ(runProgram(program, arguments), entered(mode, arguments));
+}
+
+TEST_F(EntryTable, showsItsUsageForTheOneArgumentThatAsksForIt)
+{
+    const auto help = runProgram(program, {"--help"});
+    EXPECT_TRUE(help.status == 0 && help.errors.empty());
+    EXPECT_TRUE(help.output.starts_with("Usage: QuillMossNotch"));
+    EXPECT_EQ(runProgram(program, {"-h"}), help);
+}
+
+// The stub tells by its status; its line is lost.
+TEST_F(EntryTable, entersTheWindowModuleWithThreeOpenStreams)
+{
+    files::copy_file(WINDOW_STUB_PATH, module);
+    EXPECT_EQ(
+        runProgram("/bin/sh", {"-c", "exec \"$0\" <&- >&- 2>&-", program}), (Ending{42, "", ""}));
 }
 
 TEST_F(EntryTable, saysInOneLineWhyThereIsNoWindowModule)

@@ -4,6 +4,9 @@
 #include "WindowModule.h"
 
 #include <cstdio>
+#include <fcntl.h>
+#include <initializer_list>
+#include <unistd.h>
 
 int notchWindowMain(notch::WindowMode mode, int argc, char** argv)
 {
@@ -11,5 +14,8 @@ int notchWindowMain(notch::WindowMode mode, int argc, char** argv)
     for (int i = 1; i < argc; ++i)
         std::printf(" %s", argv[i]);
     std::puts("");
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (::fcntl(stream, F_GETFD) < 0)
+            return 41;
     return 42;
 }
