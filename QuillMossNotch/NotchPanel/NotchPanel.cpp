@@ -7,7 +7,6 @@
 #include "Platform/Display/WindowShape.h"
 #include "Platform/Pointer/PointerPosition.h"
 
-#include <QMouseEvent>
 #include <QWindow>
 
 #include <algorithm>
@@ -43,7 +42,7 @@ NotchPanel::NotchPanel()
     winId(); // The native window is there from now on: shape and keyboard need it.
     setClearBackground(*windowHandle());
     windowHandle()->installEventFilter(this);
-    keyboard_.emplace(*windowHandle());
+    keyboard_.emplace(*this);
     const auto tell = [](const std::function<void()>& told) {
         if (told)
             told();
@@ -129,8 +128,8 @@ std::optional<Point> NotchPanel::pointerPosition() const
 
 bool NotchPanel::eventFilter(QObject* object, QEvent* event)
 {
-    if (object == windowHandle() && event->type() == QEvent::MouseButtonPress)
-        keyboard_->take(static_cast<quint32>(static_cast<QMouseEvent*>(event)->timestamp()));
+    if (object == windowHandle())
+        keyboard_->see(*event);
     return QWidget::eventFilter(object, event);
 }
 

@@ -5,8 +5,8 @@
 
 #include "NotchPanel/NotchSurface.h"
 #include "NotchPanel/NotchViewport.h"
+#include "NotchPanel/PanelKeyboard.h"
 #include "Platform/Display/Compositor.h"
-#include "Platform/Display/KeyboardFocus.h"
 #include "Platform/Display/WindowVisibility.h"
 
 #include <QWidget>
@@ -19,8 +19,8 @@ namespace notch {
 
 // The window of the notch. It
 //  - stands above everything, a focused full-screen window included, and is placed by nobody else;
-//  - takes no keyboard when it appears; a press in it makes it key, and resigning gives the
-//    keyboard back to the window that had it;
+//  - takes no keyboard when it appears, and later only as PanelKeyboard says; resigning gives it
+//    back to the window that had it;
 //  - is there for the pointer only where the surface is drawn: every other click reaches the window
 //    below;
 //  - has smooth edges under a compositor and hard ones without, and follows when one comes or goes.
@@ -68,7 +68,7 @@ private:
     Rect frame_;
     Compositor compositor_;
     // From the native window's creation on:
-    std::optional<KeyboardFocus> keyboard_;
+    std::optional<PanelKeyboard> keyboard_;
     std::optional<WindowVisibility> visibility_;
 };
 

@@ -51,10 +51,16 @@ TEST_F(PersonalDesktopTest, aRequestTakesNoKeyboardAndEscClosesTheClickedNotchAn
 {
     const auto hook = ask();
     armed();
-    EXPECT_EQ(other_.focus(), work_);
+    click("查看完整参数");
+    ASSERT_TRUE(appears("返回命令视图"));
+    EXPECT_EQ(other_.focus(), work_) << "a click on a button";
     click("有操作需要你确认");
     ASSERT_TRUE(waitUntil([&] { return other_.focus() != work_; }));
-    other_.typeEscape();
+    click("返回命令视图");
+    EXPECT_TRUE(hasFocus(work_)) << "after a click on a button";
+    click("有操作需要你确认");
+    ASSERT_TRUE(waitUntil([&] { return other_.focus() != work_; }));
+    other_.type(OtherProgram::Key::escape);
     EXPECT_TRUE(appears("1 条待确认请求"));
     EXPECT_TRUE(hasFocus(work_));
     click("1 条待确认请求");

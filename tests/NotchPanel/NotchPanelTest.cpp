@@ -5,7 +5,9 @@
 
 #include "PanelOnDesktop.h"
 
+#include <QLineEdit>
 #include <QProcess>
+#include <QPushButton>
 #include <QToolTip>
 
 namespace notch {
@@ -133,6 +135,56 @@ TEST_F(NotchPanelTest, keyboardStaysWhereItIsUntilAPressAndGoesBackAfterwards)
     panel->resignKeyWindow();
     EXPECT_TRUE(eventually([&] { return !panel->isKeyWindow(); }));
     EXPECT_EQ(other.focus(), second) << "somebody else took it";
+}
+
+TEST_F(NotchPanelTest, aClickOnAControlLeavesTheKeyboardWhereItWasUnlessItIsInUse)
+{
+    launch();
+    auto* const control = new QPushButton(content);
+    control->setGeometry(40, 40, 100, 40);
+    control->setFocusPolicy(Qt::TabFocus);
+    auto* const text = new QLineEdit(content);
+    text->setGeometry(40, 100, 100, 40);
+    show();
+    int clicks = 0;
+    QObject::connect(control, &QPushButton::clicked, [&] { ++clicks; });
+    const auto clickControl = [&] {
+        other.clickAt(450, 60);
+        return eventually([&] { return std::exchange(clicks, 0) == 1; });
+    };
+    const auto clickText = [&] {
+        other.clickAt(450, 120);
+        return eventually([&] { return text->hasFocus(); });
+    };
+    const auto clickGround = [&] {
+        other.clickAt(640, 250);
+        return hasFocus(static_cast<xcb_window_t>(panel->winId()))
+            && eventually([&] { return panel->hasFocus(); });
+    };
+    const auto typeTab = [&] {
+        other.type(OtherProgram::Key::tab);
+        return eventually([&] { return control->hasFocus(); });
+    };
+    const struct {
+        const char* name;
+        std::vector<std::function<bool()>> steps;
+        bool keeps;
+    } rows[] = {
+        {"a control", {clickControl}, false},
+        {"the ground, then a control", {clickGround, clickControl}, false},
+        {"a text, then a control", {clickText, clickControl}, true},
+        {"a key, then a control", {clickGround, typeTab, clickControl}, true},
+        {"a control, long after the keys", {clickControl}, false},
+    };
+    for (const auto& row : rows) {
+        const auto work = other.openWindow();
+        ASSERT_TRUE(hasFocus(work));
+        for (const auto& step : row.steps)
+            ASSERT_TRUE(step()) << row.name;
+        const auto owner = row.keeps ? static_cast<xcb_window_t>(panel->winId()) : work;
+        EXPECT_TRUE(hasFocus(owner)) << row.name;
+        EXPECT_FALSE(control->hasFocus()) << row.name << ": a ring after a click";
+    }
 }
 
 TEST_F(NotchPanelTest, toolTipsShowWithoutTheKeyboard)

@@ -107,11 +107,11 @@ public:
         press();
         release();
     }
-    void typeEscape()
+    enum class Key : std::uint8_t { escape = 9, tab = 23 }; // Of every evdev keyboard.
+    void type(Key key)
     {
-        constexpr std::uint8_t escape = 9; // Of every evdev keyboard.
-        fake(XCB_KEY_PRESS, escape);
-        fake(XCB_KEY_RELEASE, escape);
+        fake(XCB_KEY_PRESS, static_cast<std::uint8_t>(key));
+        fake(XCB_KEY_RELEASE, static_cast<std::uint8_t>(key));
     }
 
     Colour colourAt(int atX, int atY)
