@@ -25,6 +25,13 @@ bool CompletionReminderState::trackingLimited() const
     return turns_.size() >= mostSessions || seenStarts_.size() >= mostStarts;
 }
 
+std::optional<Date> CompletionReminderState::nextSettledAt() const
+{
+    if (current_ || queue_.empty())
+        return std::nullopt;
+    return queue_.front().receivedAt + settlingTime;
+}
+
 void CompletionReminderState::observe(const CompletionEvent& event, std::optional<std::int32_t> pid,
     bool background, bool enabled, Date now)
 {

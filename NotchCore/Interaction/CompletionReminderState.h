@@ -43,6 +43,8 @@ public:
     // The current reminder counts.
     std::size_t queuedCount() const { return queue_.size() + (current_ ? 1 : 0); }
     std::size_t trackedSessionCount() const { return turns_.size(); }
+    // When refresh() may bring up the next reminder; nothing while one is current or none waits.
+    std::optional<Date> nextSettledAt() const;
     // New sessions or turns are refused until reset().
     bool trackingLimited() const;
 

@@ -5,11 +5,16 @@
 
 #include "AppModel/AppModel.h"
 #include "Bridge/ApprovalServer.h"
+#include "HookConfiguration/CompletionHookCheck.h"
 #include "HookConfiguration/ConfiguredProfiles.h"
 #include "Platform/MainQueue/QtMainQueue.h"
 #include "Platform/Pasteboard/ClipboardPasteboard.h"
 #include "Platform/Preferences/SettingsPreferences.h"
+#include "Platform/RunningApplications/HostIdentity.h"
+#include "Platform/RunningApplications/RunningApplications.h"
+#include "Platform/Workspace/ApplicationWatch.h"
 #include "Platform/Workspace/DesktopWorkspace.h"
+#include "TurnEnd/CompletionServer.h"
 
 namespace notch {
 
@@ -19,7 +24,9 @@ struct DesktopOutside {
     QtMainQueue mainQueue;
     ApprovalServer server;
     AbsentNativeApprovals nativeMonitor;
-    AbsentReminders reminders;
+    CompletionServer completionServer;
+    RunningApplications hosts{hostWindowClasses()};
+    ApplicationWatch applicationEvents{hosts};
     SettingsPreferences preferences{SettingsPreferences::defaultFile()};
     ClipboardPasteboard pasteboard;
     DesktopWorkspace workspace{mainQueue};
@@ -31,11 +38,15 @@ struct DesktopOutside {
             .mainQueue = mainQueue,
             .server = server,
             .nativeMonitor = nativeMonitor,
-            .reminders = reminders,
+            .completionServer = completionServer,
+            .applicationEvents = applicationEvents,
             .preferences = preferences,
             .pasteboard = pasteboard,
             .workspace = workspace,
             .configuredProfiles = configuredProfiles,
+            .completionHookInstalled = completionHookInstalled,
+            .reminders = ReminderCallbacks::of(
+                hosts, [this](std::int32_t pid) { return hosts.activate(pid); }, preferences),
         };
     }
 };

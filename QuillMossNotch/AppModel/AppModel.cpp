@@ -47,10 +47,24 @@ std::optional<UUID> receiptID(const NotchInteraction& interaction)
 
 AppModel::AppModel(Outside outside)
     : outside_(std::move(outside))
+    , questions_(*this, outside_.clock, outside_.reminders)
+    , completions_(*this, questions_,
+          {
+              .clock = outside_.clock,
+              .host = outside_.reminders,
+              .channel = outside_.completionServer,
+              .hookInstalled = outside_.completionHookInstalled,
+          })
 {
+    publishReminders();
+    published_ = state_;
 }
 
-AppModel::~AppModel() = default;
+AppModel::~AppModel()
+{
+    outside_.completionServer.stop();
+    outside_.applicationEvents.observe({});
+}
 
 void AppModel::subscribe(std::function<void()> changed)
 {
@@ -59,8 +73,7 @@ void AppModel::subscribe(std::function<void()> changed)
 
 void AppModel::publish()
 {
-    state_.questionVisible = outside_.reminders.questionVisible();
-    state_.completionVisible = outside_.reminders.completionVisible();
+    publishReminders();
     if (state_ == published_)
         return;
     published_ = state_;
@@ -81,10 +94,10 @@ void AppModel::start()
 {
     const Change change(*this);
     state_.switches = Switches::storedIn(outside_.preferences);
-    outside_.reminders.startObservers();
+    outside_.applicationEvents.observe([this] { applicationsChanged(); });
     refreshConfiguredProfiles();
     refreshNativeMonitoring();
-    outside_.reminders.startTurnEnds();
+    completions_.startMonitoring();
     startServer();
 }
 
@@ -106,7 +119,7 @@ void AppModel::startServer()
 
 void AppModel::stop()
 {
-    outside_.reminders.stopTurnEnds();
+    stopCompletionMonitoring();
     outside_.server.stop();
     outside_.nativeMonitor.stop();
 }
@@ -138,7 +151,7 @@ void AppModel::setPreference(Preference preference, bool on)
         refreshNativeMonitoring();
         break;
     case Preference::completionRemindersEnabled:
-        outside_.reminders.startTurnEnds();
+        completions_.startMonitoring();
         break;
     case Preference::hoverToExpand:
     case Preference::autoCollapse:
@@ -153,8 +166,8 @@ void AppModel::refreshNativeMonitoring()
     const NativeApprovals::Watched watched{
         .approvals = isOn(Preference::nativeApprovalsEnabled),
     };
-    outside_.reminders.nativeMonitoringRestarted();
-    if (!watched.approvals && !isOn(Preference::questionRemindersEnabled)) {
+    auto onQuestion = questions_.restart();
+    if (!watched.approvals && !onQuestion) {
         outside_.nativeMonitor.stop();
         state_.nativeStatus = nativeSwitchedOff;
         return;
@@ -164,9 +177,7 @@ void AppModel::refreshNativeMonitoring()
             .onRequest = onMain(&AppModel::handleRequest),
             .onRemoval = onMain(&AppModel::handleRemoval),
             .onStatus = onMain(&AppModel::handleNativeStatus),
-            .onQuestion = isOn(Preference::questionRemindersEnabled)
-                            ? onMain(&AppModel::handleQuestion)
-                            : NativeApprovals::OnQuestion(),
+            .onQuestion = std::move(onQuestion),
         },
         watched);
 }
@@ -194,7 +205,7 @@ void AppModel::handleRequest(const ApprovalRequest& request)
         return;
     state_.interaction = std::move(next);
     state_.isDemo = false;
-    outside_.reminders.disarm();
+    disarmReminders();
     if (!request.isNative())
         state_.lastHookAt = now();
     collapseWork_.cancel();
@@ -213,7 +224,7 @@ void AppModel::handleRemoval(const std::string& id)
         scheduleFeedbackDismissal();
     else if (state_.interaction.currentID() != shown)
         armReadiness();
-    outside_.reminders.refresh(now());
+    refreshReminders();
 }
 
 void AppModel::handleNativeStatus(const std::string& text)
@@ -221,13 +232,6 @@ void AppModel::handleNativeStatus(const std::string& text)
     const Change change(*this);
     state_.nativeStatus = text;
     state_.nativeAccessGranted = outside_.nativeMonitor.isTrusted();
-}
-
-void AppModel::handleQuestion(
-    const QuestionReminderState::Observation& observation, Uptime capturedAt)
-{
-    const Change change(*this);
-    outside_.reminders.observe(observation, capturedAt);
 }
 
 void AppModel::handleUnreachable()
@@ -320,7 +324,7 @@ void AppModel::showDemo(Demo demo)
         return;
     }
     feedbackWork_.cancel();
-    outside_.reminders.disarm();
+    disarmReminders();
     state_.interaction = {};
     state_.isDemo = true;
     state_.interaction.receive(demoRequest(demo, now()), now());
@@ -343,7 +347,7 @@ void AppModel::scheduleFeedbackDismissal()
     const auto receipt = receiptID(state_.interaction);
     if (!receipt)
         return;
-    outside_.reminders.disarm();
+    disarmReminders();
     disarm();
     const bool more = !state_.interaction.requests().empty();
     feedbackWork_ = outside_.mainQueue.after(
@@ -365,7 +369,7 @@ void AppModel::endFeedback()
     feedbackWork_.cancel();
     state_.interaction.dismissFeedback(now());
     armReadiness();
-    outside_.reminders.refresh(now());
+    refreshReminders();
     scheduleAutoCollapse(collapseAfterReceipt);
 }
 

@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include "AppModel/CompletionReminders.h"
 #include "AppModel/DemoRequest.h"
-#include "AppModel/Reminders.h"
+#include "AppModel/QuestionReminders.h"
+#include "AppModel/ReminderCallbacks.h"
+#include "AppModel/SharedNotch.h"
 #include "Bridge/ApprovalBridge.h"
 #include "Foundation/MainQueue.h"
 #include "Foundation/Time.h"
@@ -12,9 +15,11 @@
 #include "Geometry/PanelGeometry.h"
 #include "Interaction/NotchInteraction.h"
 #include "Native/NativeApprovals.h"
+#include "Services/ApplicationEvents.h"
 #include "Services/Pasteboard.h"
 #include "Services/Preferences.h"
 #include "Services/Workspace.h"
+#include "TurnEnd/CompletionChannel.h"
 
 #include <cassert>
 #include <cstdint>
@@ -50,9 +55,14 @@ struct AppModelState {
     Switches switches; // The person's, as stored; the defaults until the model has started.
     bool nativeAccessGranted = false;
     std::string nativeStatus = "原生安全确认尚未开启";
-    std::string completionStatus = "本轮结束提醒尚未开启";
-    bool questionVisible = false; // A reminder is there; approvals and receipts go first.
-    bool completionVisible = false;
+    // Reminders, whether or not the notch is theirs: requests and receipts go first.
+    QuestionReminderState questionState;
+    bool questionActionReady = false; // Its button is armed.
+    CompletionOffer completionState;
+    bool completionActionReady = false;
+    bool completionActivationFailed = false; // The host did not come to the front.
+    std::string completionStatus; // How the turn-end channel does.
+    bool completionHookInstalled = false;
 
     // The panel and the views ask this, never the raw field.
     bool isExpanded() const { return expansionPresentation.value_or(interaction.expanded()); }
@@ -63,7 +73,7 @@ struct AppModelState {
 // The one observable model of the resident application. Lives on the main thread; owns every timer
 // of the interaction. It never decides: a decision leaves only through decide(), which tests anew
 // at that moment whether it may.
-class AppModel {
+class AppModel final : private SharedNotch {
 public:
     // Everything outside the model. Borrowed; must outlive it.
     struct Outside {
@@ -71,13 +81,16 @@ public:
         MainQueue& mainQueue;
         ApprovalBridge& server;
         NativeApprovals& nativeMonitor;
-        Reminders& reminders;
+        CompletionChannel& completionServer;
+        ApplicationEvents& applicationEvents;
         Preferences& preferences;
         Pasteboard& pasteboard;
         Workspace& workspace;
         // Display names of the editions whose settings hold this executable's approval hook;
         // nothing when the executable's own path is unknown.
         std::function<std::optional<std::vector<std::string>>()> configuredProfiles;
+        CompletionReminders::HookCheck completionHookInstalled;
+        ReminderCallbacks reminders;
     };
 
     // A press on a decision button, as it stood when the pointer, finger or key went down. A
@@ -118,7 +131,7 @@ public:
     void selectAdjacent(int offset);
     void setShowAllParameters(bool on);
     void expand();
-    void collapse();
+    void collapse() override;
     void setPointerInside(bool inside);
     // A click somewhere else on the screen.
     void handleOutsideInteraction();
@@ -136,6 +149,14 @@ public:
     void setPreference(Preference preference, bool on);
     void refreshNativeMonitoring();
     void refreshConfiguredProfiles();
+
+    // Reminders. The tokens are those of what is on show; true: the host was brought to the front.
+    bool handoffQuestion(const QuestionReminderState::PresentationToken& token);
+    bool activateCompletion(UUID token);
+    void dismissCompletion(UUID token);
+    void startCompletionMonitoring();
+    void stopCompletionMonitoring();
+    void refreshCompletionHookInstalled();
 
     // For the layout pass.
     void setNotchHeight(double points);
@@ -167,7 +188,6 @@ private:
     void handleRequest(const ApprovalRequest& request);
     void handleRemoval(const std::string& id);
     void handleNativeStatus(const std::string& text);
-    void handleQuestion(const QuestionReminderState::Observation& observation, Uptime capturedAt);
     void handleUnreachable();
     void startServer();
     void publish();
@@ -177,11 +197,21 @@ private:
     bool isOn(Preference preference) const { return state_.switches.isOn(preference); }
     void store(Preference preference, bool on);
     bool isArmed(const std::string& requestID) const;
-    // Neither a request nor a receipt needs the notch.
-    bool canPresentReminder() const;
-    bool showsQuestion() const;
-    bool showsCompletion() const;
     bool mayAutoCollapse() const;
+
+    // The notch as the reminders see it.
+    bool isFree() const override;
+    bool isOpen() const override { return state_.interaction.expanded(); }
+    bool pointerIsInside() const override { return state_.interaction.pointerInside(); }
+    void keepAsItIs() override;
+    void open() override;
+    void withdraw() override;
+    void refreshReminders() override;
+    DelayedWork after(Seconds delay, MainQueue::Work work) override;
+    Poster poster() override;
+    void disarmReminders();
+    void applicationsChanged();
+    void publishReminders();
 
     bool deliver(const ApprovalRequest& request, Decision decision);
     void finish(const std::string& id, NotchInteraction::Feedback::Kind kind);
@@ -221,6 +251,9 @@ private:
     DelayedWork collapseWork_;
     DelayedWork feedbackWork_;
     DelayedWork copiedWork_;
+
+    QuestionReminders questions_;
+    CompletionReminders completions_;
 };
 
 } // namespace notch

@@ -73,35 +73,15 @@ void AppModel::expand()
     hoverWork_.cancel();
     state_.interaction.expand(now());
     armReadiness();
-    outside_.reminders.refresh(now());
+    refreshReminders();
 }
 
 void AppModel::collapse()
 {
     const Change change(*this);
-    hoverWork_.cancel();
-    collapseWork_.cancel();
-    if (showsQuestion() || showsCompletion())
-        outside_.reminders.willCollapse();
-    outside_.reminders.disarm();
-    state_.interaction.collapse();
-    disarm();
-}
-
-bool AppModel::canPresentReminder() const
-{
-    return state_.interaction.requests().empty() && !state_.interaction.feedback();
-}
-
-bool AppModel::showsQuestion() const
-{
-    return canPresentReminder() && outside_.reminders.questionVisible();
-}
-
-bool AppModel::showsCompletion() const
-{
-    return canPresentReminder() && !outside_.reminders.questionVisible()
-        && outside_.reminders.completionVisible();
+    questions_.willCollapse();
+    completions_.willCollapse();
+    withdraw();
 }
 
 void AppModel::setPointerInside(bool inside)
@@ -110,17 +90,17 @@ void AppModel::setPointerInside(bool inside)
     hoverWork_.cancel();
     collapseWork_.cancel();
     if (inside) {
-        outside_.reminders.pointerEntered();
+        completions_.pointerEntered();
         if (state_.interaction.pointerEntered() && isOn(Preference::hoverToExpand))
             scheduleHover();
         return;
     }
     const bool wasInside = state_.interaction.pointerInside();
     state_.interaction.pointerLeft();
-    if (!showsCompletion())
+    if (!completions_.isOnShow())
         scheduleAutoCollapse(collapseAfterPointerLeft);
     else if (wasInside)
-        outside_.reminders.pointerLeft();
+        completions_.pointerLeft();
 }
 
 void AppModel::scheduleHover()
@@ -134,8 +114,8 @@ void AppModel::scheduleHover()
 bool AppModel::mayAutoCollapse() const
 {
     // Reminders collapse by rules of their own.
-    return state_.interaction.canAutoCollapse() && !showsQuestion() && !showsCompletion()
-        && isOn(Preference::autoCollapse);
+    return state_.interaction.canAutoCollapse() && !questions_.isOnShow()
+        && !completions_.isOnShow() && isOn(Preference::autoCollapse);
 }
 
 void AppModel::scheduleAutoCollapse(Seconds delay)
@@ -154,7 +134,7 @@ void AppModel::handleOutsideInteraction()
     // With the pointer inside, this click was queued before it came in, and a collapse now would
     // block the hover that has just begun.
     const auto& interaction = state_.interaction;
-    if (interaction.canAutoCollapse() && !showsQuestion() && isOn(Preference::autoCollapse))
+    if (interaction.canAutoCollapse() && !questions_.isOnShow() && isOn(Preference::autoCollapse))
         collapse();
 }
 

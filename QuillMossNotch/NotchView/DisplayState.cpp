@@ -11,9 +11,10 @@ DisplayState displayState(const AppModelState& state)
         return DisplayState::receipt;
     if (state.interaction.current())
         return DisplayState::approval;
-    if (state.questionVisible)
+    if (state.questionState.visible())
         return DisplayState::question;
-    if (state.completionVisible && state.switches.isOn(Preference::completionRemindersEnabled))
+    if (state.completionState.current
+        && state.switches.isOn(Preference::completionRemindersEnabled))
         return DisplayState::completion;
     return DisplayState::idle;
 }

@@ -9,21 +9,24 @@ namespace {
 TEST(AppModelLaunch, startsInOrderAndStaysQuiet)
 {
     FakeOutside outside;
+    outside.preferences.set(Preference::completionRemindersEnabled, true);
     AppModel model(outside.seams());
+    EXPECT_EQ(model.state().completionStatus, "本轮结束提醒尚未开启");
     EXPECT_EQ(model.state().message, "正在启动本地审批桥接…");
     model.start();
-    EXPECT_EQ(outside.takeCalls(),
-        (Calls{"reminders.startObservers", "reminders.restarted", "monitor.start questions",
-            "reminders.startTurnEnds", "server.start"}));
+    EXPECT_EQ(
+        outside.takeCalls(), (Calls{"monitor.start questions", "turnEnds.start", "server.start"}));
     AppModelState expected;
     expected.serviceReady = true;
     expected.message = "本地桥接已就绪";
     expected.configuredProfiles = {"QuillMoss"};
+    expected.switches.set(Preference::completionRemindersEnabled, true);
+    expected.completionStatus = "已接入，等待新一轮开始与结束事件";
+    expected.completionHookInstalled = true;
     EXPECT_EQ(model.state(), expected);
     EXPECT_EQ(outside.time.timers(), 0U);
     model.stop();
-    EXPECT_EQ(
-        outside.takeCalls(), (Calls{"reminders.stopTurnEnds", "server.stop", "monitor.stop"}));
+    EXPECT_EQ(outside.takeCalls(), (Calls{"turnEnds.stop", "server.stop", "monitor.stop"}));
 }
 
 TEST(AppModelLaunch, opensToShowWhyTheServerDidNotStart)
@@ -69,8 +72,8 @@ off questionRemindersEnabled | closed -> monitor.start approvals
     expectTrace(R"(off nativeApprovalsEnabled | closed -> monitor.stop
 )");
     EXPECT_EQ(state().nativeStatus, "原生审批和提问提醒均已关闭");
-    expectTrace(R"(listen, on completionRemindersEnabled | closed -> startTurnEnds
-off completionRemindersEnabled        | closed -> startTurnEnds
+    expectTrace(R"(on completionRemindersEnabled  | closed -> turnEnds.start
+off completionRemindersEnabled | closed -> turnEnds.stop
 )");
 }
 
@@ -88,8 +91,8 @@ TEST_F(AppModelTest, keepsASwitchForTheNextStart)
 TEST_F(AppModelTest, asksForAccessAndSwitchesOnOnlyWhenToldTo)
 {
     model.requestNativeAccess(AppModel::NativeAccess::ask);
-    EXPECT_EQ(outside.takeCalls(), (Calls{"monitor.requestAccess", "open settings",
-                                       "reminders.restarted", "monitor.start questions"}));
+    EXPECT_EQ(outside.takeCalls(),
+        (Calls{"monitor.requestAccess", "open settings", "monitor.start questions"}));
     outside.monitor.trusted = true;
     model.requestNativeAccess(AppModel::NativeAccess::enableAndAsk);
     EXPECT_EQ(outside.takeCalls("monitor.start"), Calls{"monitor.start approvals questions"});

@@ -20,8 +20,7 @@ TEST(AppModelSurface, closesByItselfOnlyWhenNothingNeedsItAtTheEndOfTheDelay)
     expectEach("open, enter, leave, wait 0.6, ..., wait 1", R"(                        | closed
 enter                   | open inside
 ask A                   | open [A] armed
-question                | open
-turn                    | open
+question                | open question Q ready
 open                    | open
 off autoCollapse        | open
 off autoCollapse, leave | open
@@ -34,39 +33,8 @@ TEST(AppModelSurface, closesForAnOutsideClickOnlyWhenNothingNeedsIt)
 enter            | open inside
 ask A            | open [A]
 ask A, gone A    | open receipt unavailable
-question         | open
-turn             | closed turn
+question         | open question Q
 off autoCollapse | open
-)");
-}
-
-// Who owns the notch: a request, a receipt, a question, a turn end, in this order. What reminders
-// hear when the pointer leaves, when it was not there, when the notch closes itself, and when it
-// is closed.
-TEST(AppModelSurface, letsRemindersHaveTheNotchInTheirTurn)
-{
-    expectEach(
-        "..., open, enter, listen, leave, leave, wait 1, close", R"( | closed -> disarm, disarm
-turn                          | closed turn -> pointerLeft, willCollapse, disarm
-question                      | closed question -> willCollapse, disarm
-question, turn                | closed question turn -> willCollapse, disarm
-ask A, turn                   | closed [A] turn -> disarm
-ask A, question, turn         | closed [A] question turn -> disarm
-ask A, gone A, turn           | closed receipt unavailable turn -> disarm
-ask A, gone A, question, turn | closed receipt unavailable question turn -> disarm
-)");
-}
-
-TEST_F(AppModelTest, tellsRemindersWhenTheNotchIsTakenAndWhenItIsFree)
-{
-    expectTrace(R"(listen, ask A  | open [A] -> disarm
-ask A          | open [A]
-wait 1, deny A | open receipt denied -> disarm
-dismiss        | open -> refresh
-gone A         | open -> refresh
-open           | open -> refresh
-demo hook      | open [demo] trying -> disarm
-enter          | open [demo] inside trying -> pointerEntered
 )");
 }
 

@@ -17,8 +17,9 @@ namespace notch {
 //   deny A        | open receipt denied -> server.decide A deny
 //
 // Requests go by their ID, a demonstration by "demo". "press" answers whether it was one, "copy"
-// what went to the pasteboard, "message" the line of status text. From "listen" on the calls are
-// those to the reminder half, up to there the others.
+// what went to the pasteboard, "message" the line of status text. Questions go by their flow, turns
+// by their session; "question" and "turn" bring up one of each. "…Late" uses the token that was
+// kept.
 class StartedModel : public TracePlayer {
 public:
     StartedModel()
@@ -33,18 +34,33 @@ public:
             {"refuse", [this] { outside.server.hookWaits = outside.monitor.cardVerifies = false; }},
             {"wait", [this] { outside.time.advance(Seconds{next<double>()}); }},
             {"clock", [this] { outside.time.setWallClock(Seconds{next<double>()}); }},
-            {"question", [this] { outside.reminders.question = true; }},
-            {"turn", [this] { outside.reminders.completion = true; }},
+            {"scan", [this] { outside.see(FakeOutside::question(next())); }},
+            {"page2", [this] { outside.see(FakeOutside::question(next(), 2)); }},
+            {"unseen", [this] { outside.see(QuestionReminderState::Absent{}); }},
+            {"unreadable", [this] { outside.see(QuestionReminderState::Unavailable{}); }},
+            {"question", [this] { question("Q"); }},
+            {"goAnswer", [this] { answer(model.handoffQuestion(*state().questionState.token())); }},
+            {"begin", [this] { outside.tell(outside.turnStart(next())); }},
+            {"end", [this] { outside.tell(outside.turnEnd(next())); }},
+            {"turn", [this] { turn("A"); }},
+            {"openTurn", [this] { answer(model.activateCompletion(turnToken())); }},
+            {"noted", [this] { model.dismissCompletion(turnToken()); }},
+            {"keepTokens", [this] { keepTokens(); }},
+            {"goAnswerLate", [this] { answer(model.handoffQuestion(*questionToken_)); }},
+            {"openTurnLate", [this] { answer(model.activateCompletion(turnToken_)); }},
+            {"notedLate", [this] { model.dismissCompletion(turnToken_); }},
+            {"front", [this] { host().isActive = true; }},
+            {"back", [this] { host().isActive = false; }},
+            {"hide", [this] { host().isHidden = true; }},
+            {"second", [this] { outside.host.processes.push_back({.pid = 8}); }},
+            {"deaf", [this] { outside.host.activates = false; }},
+            {"switchApps", [this] { outside.applicationEvents.changed(); }},
+            {"status", [this] { answer(state().completionStatus); }},
             {"noHost", [this] { outside.workspace.installed = {}; }},
             {"onlyAI", [this] { outside.workspace.installed = {quillmossAI}; }},
             {"withoutAI", [this] { outside.workspace.installed = {quillmoss}; }},
             {"on", [this] { model.setPreference(preference(), true); }},
             {"off", [this] { model.setPreference(preference(), false); }},
-            {"listen",
-                [this] {
-                    outside.calls.clear();
-                    listens_ = true;
-                }},
             {"message", [this] { answer(state().message); }},
             {"open", [this] { model.expand(); }},
             {"close", [this] { model.collapse(); }},
@@ -92,21 +108,56 @@ private:
     {
         auto text = printed(interaction(), state().actionReady ? " armed" : "");
         text += state().isDemo ? " trying" : "";
-        text += state().questionVisible ? " question" : "";
-        text += state().completionVisible ? " turn" : "";
+        text += questionText() + turnText();
         text += state().copiedRequestID ? " copied " + *state().copiedRequestID : "";
         const auto* separator = " -> ";
-        const std::string reminders = "reminders.";
-        for (const auto& call : outside.takeCalls()) {
-            if (call.starts_with(reminders) == listens_)
-                text +=
-                    std::exchange(separator, ", ") + call.substr(listens_ ? reminders.size() : 0);
-        }
+        for (const auto& call : outside.takeCalls())
+            text += std::exchange(separator, ", ") + call;
         return text;
     }
+    std::string questionText() const
+    {
+        const auto& question = state().questionState;
+        if (!question.visible())
+            return {};
+        const bool failed =
+            question.handoffStatus() == QuestionReminderState::HandoffStatus::activationFailed;
+        return " question " + question.visible()->flowID
+             + (question.visible()->currentPage == 2 ? " page 2" : "")
+             + (state().questionActionReady ? " ready" : "") + (failed ? " failed" : "");
+    }
+    std::string turnText() const
+    {
+        const auto& turn = state().completionState;
+        const auto waiting = turn.queuedCount - (turn.current ? 1 : 0);
+        return (turn.current ? " turn " + turn.current->event.sessionID : "")
+             + (state().completionActionReady ? " ready" : "")
+             + (turn.current && state().completionActivationFailed ? " failed" : "")
+             + (waiting > 0 ? " queued " + std::to_string(waiting) : "");
+    }
+    void question(const std::string& flow)
+    {
+        outside.see(FakeOutside::question(flow));
+        outside.see(FakeOutside::question(flow));
+    }
+    void turn(const std::string& session)
+    {
+        outside.tell(outside.turnStart(session));
+        outside.tell(outside.turnEnd(session));
+        outside.time.advance(Seconds{0.82});
+    }
+    HostApplication& host() { return outside.host.processes.front(); }
+    UUID turnToken() const { return state().completionState.current->token; }
+    void keepTokens()
+    {
+        questionToken_ = state().questionState.token();
+        if (state().completionState.current)
+            turnToken_ = turnToken();
+    }
 
-    bool listens_ = false;
     std::optional<AppModel::ArmedPress> press_;
+    std::optional<QuestionReminderState::PresentationToken> questionToken_;
+    UUID turnToken_;
 };
 
 class AppModelTest : public testing::Test, protected StartedModel {

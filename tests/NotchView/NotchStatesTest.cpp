@@ -302,22 +302,22 @@ TEST(NotchStates, idleNotchTellsHowThingsStandAndTheNextStep)
         " | 安装审批 Hook 后重启 QuillMoss，\n支持的工具请求就会出现在这里。" + native
         + " | (+接入 QuillMoss)" + demo;
     const std::string open = " | (+打开 QuillMoss ↗)" + demo;
-    expectShown(
-        "idle-title/..", {
-                             {"unreachable, editions 0, open", "桥接暂不可用" + connect},
-                             {"editions 0, open", "还差一步，接入 QuillMoss" + connect},
-                             {"open", quiet + native + open},
-                             {"off questionRemindersEnabled, open", quiet + open},
-                             {"on nativeApprovalsEnabled, off questionRemindersEnabled, open",
-                                 quiet + native + " | (+开启辅助功能)" + demo},
-                             {"trusted, on nativeApprovalsEnabled, open", quiet + native + open},
-                             {"on completionRemindersEnabled, open",
-                                 quiet + " | 结束提醒 · 本轮结束提醒尚未开启" + native + open},
-                             {"editions 2, ask A, gone A, wait 5, open",
-                                 "已就绪，等待新事件 | 收到支持的事件时提醒，平时保持安静。 | "
-                                 "QuillMoss、QuillMoss AI · Hook 已安装，本次运行已收到请求"
-                                     + native + open},
-                         });
+    expectShown("idle-title/..",
+        {
+            {"unreachable, editions 0, open", "桥接暂不可用" + connect},
+            {"editions 0, open", "还差一步，接入 QuillMoss" + connect},
+            {"open", quiet + native + open},
+            {"off questionRemindersEnabled, open", quiet + open},
+            {"on nativeApprovalsEnabled, off questionRemindersEnabled, open",
+                quiet + native + " | (+开启辅助功能)" + demo},
+            {"trusted, on nativeApprovalsEnabled, open", quiet + native + open},
+            {"on completionRemindersEnabled, open",
+                quiet + " | 结束提醒 · 已接入，等待新一轮开始与结束事件" + native + open},
+            {"editions 2, ask A, gone A, wait 5, open",
+                "已就绪，等待新事件 | 收到支持的事件时提醒，平时保持安静。 | "
+                "QuillMoss、QuillMoss AI · Hook 已安装，本次运行已收到请求"
+                    + native + open},
+        });
 }
 
 } // namespace

@@ -75,24 +75,45 @@ struct FakeNativeApprovals final : NativeApprovals, CallNoter {
     bool cardVerifies = true; // The card is still the one that was read.
 };
 
-struct FakeReminders final : Reminders, CallNoter {
+struct FakeCompletionChannel final : CompletionChannel, CallNoter {
     using CallNoter::CallNoter;
 
-    void startObservers() override { note("reminders.startObservers"); }
-    void startTurnEnds() override { note("reminders.startTurnEnds"); }
-    void stopTurnEnds() override { note("reminders.stopTurnEnds"); }
-    void nativeMonitoringRestarted() override { note("reminders.restarted"); }
-    void observe(const QuestionReminderState::Observation&, Uptime) override { }
-    bool questionVisible() const override { return question; }
-    bool completionVisible() const override { return completion; }
-    void disarm() override { note("reminders.disarm"); }
-    void refresh(Date) override { note("reminders.refresh"); }
-    void willCollapse() override { note("reminders.willCollapse"); }
-    void pointerEntered() override { note("reminders.pointerEntered"); }
-    void pointerLeft() override { note("reminders.pointerLeft"); }
+    std::optional<TransportError> start(OnEvent given) override
+    {
+        note("turnEnds.start");
+        onEvent = std::move(given);
+        return startError;
+    }
+    void stop() override
+    {
+        if (onEvent)
+            note("turnEnds.stop");
+        onEvent = nullptr;
+    }
 
-    bool question = false;
-    bool completion = false;
+    OnEvent onEvent;
+    std::optional<TransportError> startError;
+};
+
+struct FakeApplicationEvents final : ApplicationEvents {
+    void observe(std::function<void()> given) override { changed = std::move(given); }
+
+    std::function<void()> changed;
+};
+
+// One process of the host, in the background.
+struct FakeHost final : HostApplications, CallNoter {
+    using CallNoter::CallNoter;
+
+    std::vector<HostApplication> running() const override { return processes; }
+    bool activate(std::int32_t pid)
+    {
+        note("activate " + std::to_string(pid));
+        return activates;
+    }
+
+    std::vector<HostApplication> processes{{.pid = 7}};
+    bool activates = true;
 };
 
 // A desktop on which both editions of the host are installed.
@@ -140,7 +161,10 @@ struct FakeOutside {
     VirtualTime time;
     FakeApprovalBridge server{calls};
     FakeNativeApprovals monitor{calls};
-    FakeReminders reminders{calls};
+    FakeCompletionChannel completionServer{calls};
+    FakeApplicationEvents applicationEvents;
+    FakeHost host{calls};
+    Result<bool, std::string> hookInstalled{true};
     FakePreferences preferences;
     FakePasteboard pasteboard;
     FakeWorkspace workspace{calls};
@@ -153,11 +177,15 @@ struct FakeOutside {
             .mainQueue = time,
             .server = server,
             .nativeMonitor = monitor,
-            .reminders = reminders,
+            .completionServer = completionServer,
+            .applicationEvents = applicationEvents,
             .preferences = preferences,
             .pasteboard = pasteboard,
             .workspace = workspace,
             .configuredProfiles = [this] { return profiles; },
+            .completionHookInstalled = [this] { return hookInstalled; },
+            .reminders = ReminderCallbacks::of(
+                host, [this](std::int32_t pid) { return host.activate(pid); }, preferences),
         };
     }
 
@@ -192,6 +220,47 @@ struct FakeOutside {
     void request(const std::string& id) { report(server.callbacks.onRequest, hookRequest(id)); }
     void card(const std::string& id) { report(monitor.callbacks.onRequest, nativeRequest(id)); }
     void remove(const std::string& id) { report(server.callbacks.onRemoval, id); }
+
+    // A look at the host's windows, begun at this moment.
+    void see(const QuestionReminderState::Observation& seen)
+    {
+        if (const auto onQuestion = monitor.callbacks.onQuestion)
+            onQuestion(seen, time.uptime());
+        time.runPosted();
+    }
+    static QuestionReminder question(const std::string& flow, int page = 1)
+    {
+        return {
+            .flowID = flow, .pid = 7, .title = flow + '?', .currentPage = page, .totalPages = 2};
+    }
+    // A hook tells of a turn.
+    void tell(const CompletionEvent& event)
+    {
+        if (const auto onEvent = completionServer.onEvent)
+            onEvent(event);
+        time.runPosted();
+    }
+    // Of the session's turn that goes on, or the next one.
+    CompletionEvent turnStart(const std::string& session)
+    {
+        return turnEvent(session, std::to_string(++turns[session]));
+    }
+    CompletionEvent turnEnd(const std::string& session,
+        CompletionEvent::Reason reason = CompletionEvent::Reason::completed)
+    {
+        auto event = turnEvent(session, std::to_string(turns[session]));
+        event.kind = CompletionEvent::Kind::ended;
+        event.reason = reason;
+        return event;
+    }
+    CompletionEvent turnEvent(const std::string& session, const std::string& generation) const
+    {
+        return {.id = UUID::random().text(),
+            .sessionID = session,
+            .generationID = generation,
+            .observedAt = time.now()};
+    }
+    std::map<std::string, int> turns; // The last turn of each session.
 
     template <class Callback, class Reported>
     void report(const Callback& callback, const Reported& reported)

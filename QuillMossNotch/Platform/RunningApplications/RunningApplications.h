@@ -25,6 +25,17 @@ public:
 
     std::vector<HostApplication> running() const override;
 
+    // Every managed window, of whatever process.
+    struct Managed {
+        XClient::Window window = XCB_WINDOW_NONE;
+        std::int32_t pid = 0;
+        bool isMinimized = false;
+        bool isOfHost = false;
+    };
+    std::vector<Managed> managed() const;
+    // The active window's process, then those of the windows that it belongs to.
+    std::vector<std::int32_t> activePids() const;
+
     // A managed window as the window manager has it on the screen.
     struct Window {
         std::string title;
@@ -39,16 +50,7 @@ public:
     bool activate(std::int32_t pid) const;
 
 private:
-    struct Managed {
-        XClient::Window window = XCB_WINDOW_NONE;
-        std::int32_t pid = 0;
-        bool isMinimized = false;
-        bool isOfHost = false;
-    };
-    std::vector<Managed> managed() const;
     bool isOfHost(const std::string& windowClass, const std::string& applicationID) const;
-    // The active window's process, and those of the windows that it belongs to.
-    std::vector<std::int32_t> activePids() const;
     Window describe(const Managed& managed) const;
 
     XClient x_;
