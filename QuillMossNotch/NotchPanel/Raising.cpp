@@ -11,10 +11,10 @@ std::optional<std::string> presentMatter(const AppModelState& state)
 {
     if (const auto request = state.interaction.currentID())
         return "request " + *request;
-    if (state.questionVisible)
-        return "question";
-    if (state.completionVisible)
-        return "turn's end";
+    if (const auto& question = state.questionState.visible())
+        return "question " + question->flowID;
+    if (const auto& turn = state.completionState.current)
+        return "turn's end " + turn->token.text();
     return std::nullopt;
 }
 
