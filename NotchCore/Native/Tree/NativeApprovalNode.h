@@ -3,7 +3,8 @@
 
 #pragma once
 
-#include "Native/Accessibility.h"
+#include "Native/Tree/Role.h"
+#include "Native/Tree/ScreenRect.h"
 
 #include <optional>
 #include <string>

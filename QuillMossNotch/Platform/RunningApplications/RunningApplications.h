@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Native/Accessibility.h"
+#include "Native/Tree/ScreenRect.h"
 #include "Native/HostApplications.h"
 #include "Platform/RunningApplications/XClient.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Native/Accessibility.h"
+#include "Native/Tree/ScreenRect.h"
 
 #include <algorithm>
 #include <array>
@@ -20,11 +20,17 @@ bool ScreenRect::contains(const ScreenRect& other) const
         && maxY() >= other.maxY();
 }
 
+bool ScreenRect::intersects(const ScreenRect& other) const
+{
+    return !isEmpty() && !other.isEmpty() && minX() < other.maxX() && other.minX() < maxX()
+        && minY() < other.maxY() && other.minY() < maxY();
+}
+
 bool isUsableFrame(const ScreenRect& rect)
 {
     const std::array numbers{rect.x, rect.y, rect.width, rect.height, rect.maxX(), rect.maxY()};
     const bool finite = std::ranges::all_of(numbers, [](double n) { return std::isfinite(n); });
-    return finite && rect.width > 0 && rect.height > 0;
+    return finite && !rect.isEmpty();
 }
 
 } // namespace notch

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Native/NativeApprovalMonitor.h"
+
+#include <utility>
+
+namespace notch {
+namespace {
+
+constexpr Seconds interval{0.8};
+
+} // namespace
+
+NativeApprovalMonitor::NativeApprovalMonitor(AccessibilityTrust& trust, MonitorOutside outside)
+    : trust_(trust)
+    , monitor_(outside, [this](bool on) { queue_.setTicking(on); })
+    , queue_("quillmoss-notch.native-approval",
+          {.interval = interval,
+              .tick =
+                  [this] {
+                      monitor_.tick();
+                      return monitor_.mayRest();
+                  },
+              .changes = {.descriptor = outside.applications.changesDescriptor(),
+                  .take = [&host = outside.applications] { return host.takeChanges(); }}})
+{
+}
+
+NativeApprovalMonitor::~NativeApprovalMonitor()
+{
+    queue_.sync([this] { queue_.setTicking(false); });
+}
+
+void NativeApprovalMonitor::start(Callbacks callbacks, Watched watched)
+{
+    queue_.sync([&] { monitor_.start(std::move(callbacks), watched); });
+}
+
+void NativeApprovalMonitor::stop()
+{
+    queue_.sync([this] { monitor_.stop(); });
+}
+
+bool NativeApprovalMonitor::decide(const std::string& id, Decision decision)
+{
+    bool pressed = false;
+    queue_.sync([&] { pressed = monitor_.decide(id, decision); });
+    return pressed;
+}
+
+} // namespace notch

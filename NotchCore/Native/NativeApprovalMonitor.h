@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "Native/Accessibility.h"
+#include "Native/Monitor/NativeMonitor.h"
+#include "Native/Monitor/TickingQueue.h"
+#include "Native/NativeApprovals.h"
+
+#include <string>
+
+namespace notch {
+
+// Looks at the host's windows every 0.8 seconds on a thread of its own, offers a delete card that
+// it knows, reports questions, and presses one button when it is told to. start(), stop() and
+// decide() return when the thread has done them, which is within one scan; callbacks run on the
+// thread and may call any of them.
+class NativeApprovalMonitor final : public NativeApprovals {
+public:
+    // Borrowed: `trust` by the caller's thread, everything in `outside` by the monitor's own.
+    NativeApprovalMonitor(AccessibilityTrust& trust, MonitorOutside outside);
+    ~NativeApprovalMonitor() override;
+
+    bool isTrusted() const override { return trust_.isProcessTrusted(); }
+    void requestAccess() override { trust_.requestTrust(); }
+    void start(Callbacks callbacks, Watched watched) override;
+    void stop() override;
+    bool decide(const std::string& id, Decision decision) override;
+
+private:
+    AccessibilityTrust& trust_;
+    NativeMonitor monitor_; // The queue's thread only.
+    TickingQueue queue_;
+};
+
+} // namespace notch
