@@ -22,10 +22,10 @@ const std::string cardTree = R"(
 Window #w @0,0,800,600 "Chat"
   Group #card @0,0,800,600
     StaticText #title @10,10,90,20 "检测到批量删除操作：累计删除数量 12 项，阈值 10"
-    StaticText #risk @10,40,90,20 "高风险命令，可能影响系统稳定性"
-    StaticText #command @10,70,90,20 "rm -rf build"
-    Button #allow @10,100,90,20 "允许本次删除"
-    Button #deny @10,130,90,20 "取消删除"
+    StaticText #risk @110,10,90,20 "高风险命令，可能影响系统稳定性"
+    StaticText #command @10,40,190,20 "rm -rf build"
+    Button #allow @10,70,190,20 "允许本次删除"
+    Button #deny @10,94,190,20 "取消删除"
 )";
 const std::string questionTree = R"(
 Window #w @0,0,2000,2000
@@ -131,12 +131,16 @@ protected:
     {
         return monitor.decide(requests.back().id, decision);
     }
+    static std::string plain(std::string_view text) { return std::string(text); }
+    static std::string same(std::string_view) { return "same"; }
     static std::string status(std::string_view text) { return "status " + std::string(text); }
 
     FakeHost host{cardTree};
     NativeMonitor monitor{
-        {host, host, host, [](std::string_view text) { return std::string(text); }},
+        {host, host, host, [this](std::string_view text) { return digest(text); }},
         [this](bool on) { say(on ? "timer on" : "timer off"); }};
+    // The text itself, so that a fingerprint differs whenever what it is made from does.
+    std::function<std::string(std::string_view)> digest = plain;
     std::vector<ApprovalRequest> requests;
     Lines said;
     Lines flows;
@@ -224,6 +228,16 @@ TEST_F(NativeMonitorTest, replacesACardByAnotherOrByAnEqualOneOfOtherElements)
         EXPECT_THAT(tick(), ElementsAre("removal", "offer")) << tree;
         EXPECT_NE(requests.back().id, requests[requests.size() - 2].id);
     }
+    digest = same;
+    host.show(cardTree);
+    tick();
+    for (const auto* button : {"#allow", "#deny"}) {
+        host.show(replaced(cardTree, button, "#other"));
+        EXPECT_THAT(tick(), ElementsAre("removal", "offer")) << button;
+    }
+    host.show(cardTree);
+    after("removal", [this] { host.hosts[0].isActive = true; });
+    EXPECT_THAT(tick(), ElementsAre("removal")) << "nothing is found in front";
 }
 
 // The press
@@ -256,6 +270,9 @@ TEST_F(NativeMonitorTest, handsACardBackWithoutTouchingTheHost)
     EXPECT_TRUE(decide(Decision::passthrough));
     EXPECT_THAT(said, ElementsAre("removal"));
     EXPECT_THAT(host.calls, IsEmpty());
+    host.failing = {"attributes risk"};
+    tick();
+    host.failing.clear();
     EXPECT_THAT(tick(), ElementsAre(status(monitorText::waiting))) << "not offered again";
 }
 
@@ -289,6 +306,10 @@ TEST_F(NativeMonitorTest, pressesNothingUnlessAllIsAsItWasOffered)
         {"another deny button", gone("#deny", "#deny2"), monitorText::cardChanged},
         {"another element of the context", gone("#risk", "#risk2"), monitorText::cardChanged},
         {"another title", gone("12 项", "13 项"), monitorText::cardChanged},
+        {"another layout",
+            gone(
+                "    StaticText #title", "    StaticText @10,200,9,9 \"x\"\n    StaticText #title"),
+            monitorText::cardChanged},
         {"another window title", gone("Chat", "Talk"), monitorText::cardChanged},
         {"no longer a button", odd("AXRole allow", std::string("AXLink")),
             monitorText::buttonUnavailable},
@@ -320,6 +341,7 @@ TEST_F(NativeMonitorTest, pressesNothingUnlessAllIsAsItWasOffered)
     };
     for (const auto& row : rows) {
         host = FakeHost(cardTree);
+        digest = row.name == "another window title" ? plain : same;
         restart();
         tick();
         said.clear();
@@ -348,6 +370,7 @@ TEST_F(NativeMonitorTest, looksNoFurtherForAClickThatIsOver)
     after("removal", [this] { restart(); });
     EXPECT_FALSE(decide(Decision::passthrough)) << "the run in which it was offered is over";
     tick();
+    EXPECT_FALSE(monitor.decide("unknown", Decision::allow));
     during("attributes deny", [this] {
         host.calls.clear();
         restart();
@@ -358,7 +381,6 @@ TEST_F(NativeMonitorTest, looksNoFurtherForAClickThatIsOver)
     EXPECT_FALSE(decide());
     monitor.stop();
     EXPECT_FALSE(decide());
-    EXPECT_FALSE(monitor.decide("unknown", Decision::allow));
 }
 
 // Nothing stale acts: a callback starts the monitor anew, and the rest of the pass is over.
@@ -425,7 +447,9 @@ TEST_F(NativeMonitorTest, startsItsTimerOnceAndEndsWithNothingOnOffer)
     said.clear();
     monitor.stop();
     EXPECT_THAT(said, ElementsAre("timer off", "removal", "question unavailable"));
+    host.calls.clear();
     EXPECT_THAT(tick(), IsEmpty());
+    EXPECT_THAT(host.calls, IsEmpty());
     start();
     EXPECT_THAT(tick(), ElementsAre(status(monitorText::found), "offer")) << "the status anew, too";
     said.clear();
