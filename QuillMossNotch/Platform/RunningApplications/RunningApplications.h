@@ -3,8 +3,8 @@
 
 #pragma once
 
-#include "Native/Tree/ScreenRect.h"
 #include "Native/HostApplications.h"
+#include "Native/Tree/ScreenRect.h"
 #include "Platform/RunningApplications/XClient.h"
 
 #include <cstdint>
