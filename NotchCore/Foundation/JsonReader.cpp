@@ -22,8 +22,8 @@ template <class T> class BlockStack {
 public:
     void push(T value)
     {
-        if (blocks_.empty() || blocks_.back().size() == blockLength)
-            blocks_.emplace_back().reserve(blockLength);
+        if (blocks_.empty() || blocks_.back().size() == blocks_.back().capacity())
+            blocks_.emplace_back().reserve(nextLength());
         blocks_.back().push_back(std::move(value));
     }
     T& top() { return blocks_.back().back(); }
@@ -35,7 +35,8 @@ public:
     }
 
 private:
-    static constexpr std::size_t blockLength = 1024;
+    // The first block is small: most texts are, and a hook process would pay for the rest.
+    std::size_t nextLength() const { return blocks_.empty() ? 32 : 1024; }
 
     std::vector<std::vector<T>> blocks_; // None is empty.
 };
