@@ -103,16 +103,6 @@ TEST_F(HookProcess, worksWithALittleStackAndWithoutRoomForItsLine)
     }
 }
 
-TEST_F(HookProcess, waitsAsleepForAnInputThatIsNotClosed)
-{
-    ChildProcess hook(PROGRAM_PATH, {"--hook"});
-    hook.write(inputOf("0"));
-    EXPECT_TRUE(hook.fallsAsleep());
-    hook.kill(SIGKILL);
-    server.stop();
-    EXPECT_TRUE(trace.empty());
-}
-
 // The pretty text and the quoting around it need their part of the same limit on the socket.
 TEST_F(HookProcess, asksForTheLargestInputAndNothingBeyond)
 {
@@ -167,10 +157,8 @@ TEST(CompletionHookProcess, tellsTheServerForItsOwnListOnlyAndSaysNothing)
     const std::string marker = "quillmoss-notch-completion-v1";
     for (const auto& other : std::vector<Arguments>{
              {flag},
-             {flag, "--source", "quillmoss"},
              {flag, "--source", "quillmossAI", "--owner-marker", marker},
              {flag, "--source", "quillmoss", "--owner-marker", "quillmoss-notch-v1"},
-             {flag, "--owner-marker", marker, "--source", "quillmoss"},
              {flag, "--source", "quillmoss", "--owner-marker", marker, "--apply"},
              {"--hook", flag, "--source", "quillmoss", "--owner-marker", marker},
          })

@@ -3,7 +3,6 @@
 
 #include "Foundation/Json.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -75,16 +74,13 @@ TEST(Json, writesThePrescribedLayout)
 
 TEST(Json, writesInPiecesWhatItWritesAsAWhole)
 {
-    Json::Array list(50'000, Json("twenty bytes of text"));
-    const Json document = Json::Object{{"list", std::move(list)}, {"next", Json::Object()}};
+    const Json document = Json::Array(50'000, Json("twenty bytes of text"));
     std::string text;
-    std::size_t longest = 0;
     document.pretty([&](std::string_view piece) {
         text += piece;
-        longest = std::max(longest, piece.size());
+        EXPECT_LT(piece.size(), 100'000U);
     });
     EXPECT_EQ(text, document.pretty());
-    EXPECT_LT(longest, text.size() / 10);
 }
 
 TEST(Json, writesDoublesThatReadBackAsTheSame)

@@ -12,51 +12,48 @@ namespace {
 
 using Variant = HookInstaller::CompletionVariant;
 
-constexpr auto own = R"({"hooks":[{TURN}]})";
-constexpr auto probe = R"({"hooks":[{TURN_PROBE}]})";
-constexpr auto moved = R"({"hooks":[{TURN_MOVED}]})";
+constexpr auto edited = "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。";
 
-std::string document(const std::string& startGroups, const std::string& endGroups)
+// "yes", "no", or why it cannot be told.
+std::string isInstalled(const std::string& url, Variant variant, const FileSystem& files)
 {
-    return withOwnEntries(R"({"hooks":{"UserPromptSubmit":[)" + startGroups + R"(],"FinalStop":[)"
-                          + endGroups + "]}}");
+    bool present = false;
+    const auto why = failureOf(
+        [&] { present = HookInstaller(files).completionInstalled(url, ownExecutable, variant); });
+    return !why.empty() ? why : present ? "yes" : "no";
 }
 
 TEST(CompletionInstall, isInstalledOnlyAsThisProgramWouldWriteIt)
 {
     struct Row {
         const char* name;
-        std::string startGroups;
-        std::string endGroups;
-        bool present;
+        const char* startHooks;
+        const char* endGroups;
+        std::string answer;
         Variant variant = Variant::normal;
     };
+    constexpr auto own = R"({"hooks":[{TURN}]})";
     for (const auto& row : {
-             Row{"as written", own, own, true},
-             Row{"among others", R"({"hooks":[]},{"hooks":[{TURN},{"type":"x"}]})", own, true},
-             Row{"twice in one event", own, std::string(own) + "," + own, false},
-             Row{"beside the other variant", own, std::string(own) + "," + probe, false},
-             Row{"from another path", moved, moved, false},
-             Row{"other variant", probe, probe, false},
-             Row{"other variant, as asked", probe, probe, true, Variant::probe},
+             Row{"as written", "{TURN}", own, "yes"},
+             Row{"among others", R"({"type":"x"},{TURN})", R"({"hooks":[]},{"hooks":[{TURN}]})",
+                 "yes"},
+             Row{"in one event only", R"({"type":"x"})", own, "no"},
+             Row{"twice in one event", "{TURN},{TURN}", own, "no"},
+             Row{"beside the other variant", "{TURN}", R"({"hooks":[{TURN},{TURN_PROBE}]})", "no"},
+             Row{"from another path", "{TURN_MOVED}", own, "no"},
+             Row{"as asked for, for both", "{TURN_PROBE}", R"({"hooks":[{TURN_PROBE}]})", "yes",
+                 Variant::probe},
+             Row{"edited by hand", "{TURN}", R"({"hooks":[{TURN}],"matcher":"*"})", edited},
          }) {
-        const auto text = document(row.startGroups, row.endGroups);
+        const auto text = withOwnEntries(R"({"hooks":{"UserPromptSubmit":[{"hooks":[)"
+                                         + std::string(row.startHooks) + R"(]}],"FinalStop":[)"
+                                         + row.endGroups + "]}}");
         const SettingsFile settings(text);
-        EXPECT_EQ(HookInstaller().completionInstalled(settings.url(), ownExecutable, row.variant),
-            row.present)
+        EXPECT_EQ(isInstalled(settings.url(), row.variant, FileSystem::real()), row.answer)
             << row.name;
         EXPECT_EQ(settings.text(), text) << row.name;
         EXPECT_TRUE(settings.backups().empty()) << row.name;
     }
-}
-
-TEST(CompletionInstall, canNotBeToldOfAnEntryEditedByHand)
-{
-    const SettingsFile settings(document(own, R"({"hooks":[{TURN}],"matcher":"*"})"));
-    EXPECT_EQ(failureOf([&] {
-        HookInstaller().completionInstalled(settings.url(), ownExecutable, Variant::normal);
-    }),
-        "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。");
 }
 
 TEST(CompletionInstall, canNotBeToldOfAFileThatChangesMeanwhile)
@@ -68,25 +65,18 @@ TEST(CompletionInstall, canNotBeToldOfAFileThatChangesMeanwhile)
             settings.write("{ }");
         return WatchedFileSystem::Fault{};
     });
-    EXPECT_EQ(failureOf([&] {
-        HookInstaller(files).completionInstalled(settings.url(), ownExecutable, Variant::normal);
-    }),
+    EXPECT_EQ(isInstalled(settings.url(), Variant::normal, files),
         "配置已被其他程序修改；为防止覆盖，操作已取消。");
 }
 
 TEST(CompletionInstall, treatsAMissingFileAsOneWithoutEntries)
 {
     const SettingsFile settings;
-    const HookInstaller installer;
     for (const auto& url : {settings.url(), settings.directory() + "/none/settings.json"}) {
-        EXPECT_FALSE(installer.completionInstalled(url, ownExecutable, Variant::normal));
-        EXPECT_EQ(failureOf([&] { installer.uninstallCompletion(url); }), "配置文件不存在。");
+        EXPECT_EQ(isInstalled(url, Variant::normal, FileSystem::real()), "no");
+        EXPECT_EQ(failureOf([&] { HookInstaller().uninstallCompletion(url); }), "配置文件不存在。");
     }
     EXPECT_TRUE(settings.leftovers().empty());
-    for (const auto* text : {"{}", R"({"hooks":{"FinalStop":[{"hooks":[{TURN}]}]}})"}) {
-        settings.write(withOwnEntries(text));
-        EXPECT_FALSE(installer.completionInstalled(settings.url(), ownExecutable, Variant::normal));
-    }
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 // What stands at the file's path, and what the installer and the inspection say of it.
 
-#include "HookConfiguration/Location.h"
 #include "HookConfiguration/SettingsHookConfiguration.h"
 #include "support/OrdinaryUser.h"
 #include "support/SettingsFile.h"
@@ -174,37 +173,6 @@ TEST(ConfigurationFile, mayLieBelowADirectoryThatCannotBeListed)
     EXPECT_EQ(
         installation(url), "无法安全打开目录 " + name + "：Permission denied；符号链接不受支持。");
     above(0700);
-}
-
-// Also where the file is already as it should be and nothing is to be written.
-TEST(ConfigurationFile, isLookedAtOnceMoreInTheEnd)
-{
-    const auto changed = "配置已被其他程序修改；为防止覆盖，操作已取消。";
-    for (const auto& [command, message] : {
-             std::pair{"mv .quillmoss aside; cp -r aside .quillmoss", "配置目录发生变化，请重试。"},
-             std::pair{"echo >>.quillmoss/settings.json", changed},
-         }) {
-        const SettingsFile settings("{}");
-        installOwn(settings.url());
-        bool acted = false;
-        const WatchedFileSystem files([&, &act = command](const Call& call) {
-            if (call.name == "fsync" && !std::exchange(acted, true))
-                run(settings.home(), act);
-            return Fault{};
-        });
-        EXPECT_EQ(installation(settings.url(), files), message) << command;
-    }
-}
-
-TEST(ConfigurationFile, lockedByAnotherIsNotWaitedFor)
-{
-    const SettingsFile settings("{}");
-    const auto location =
-        Location::open(FileSystem::real(), settings.url(), MissingDirectories::leave);
-    withInstallLock(*location, [&] {
-        EXPECT_EQ(installation(settings.url()), "另一次 hook 配置操作正在进行，请稍后重试。");
-    });
-    EXPECT_EQ(installation(settings.url()), "");
 }
 
 } // namespace

@@ -27,15 +27,42 @@ std::string uninstallTurnEnd(const std::string& url, const FileSystem& files)
 struct Kind {
     SettingsChange install;
     SettingsChange uninstall;
+    std::string own; // The groups that an installation adds, by event.
+    const char* editedMessage;
 };
 
-const Kind approval{installOwn, uninstallOwn};
-const Kind turnEnd{installTurnEnd<Variant::normal>, uninstallTurnEnd};
-const Kind probe{installTurnEnd<Variant::probe>, uninstallTurnEnd};
+const Kind approval{installOwn, uninstallOwn, R"({"PermissionRequest":[{"hooks":[{OWN}]}]})",
+    "本应用的 hook 已被手动修改；为避免覆盖更改，操作已停止。"};
+const Kind turnEnd{installTurnEnd<Variant::normal>, uninstallTurnEnd,
+    R"({"UserPromptSubmit":[{"hooks":[{TURN}]}],"FinalStop":[{"hooks":[{TURN}]}]})",
+    "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。"};
+const Kind probe{installTurnEnd<Variant::probe>, uninstallTurnEnd,
+    R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE}]}],"FinalStop":[{"hooks":[{TURN_PROBE}]}]})",
+    turnEnd.editedMessage};
 
 Json parsed(const std::string& text)
 {
     return Json::parse(withOwnEntries(text)).value();
+}
+
+// The whole file around what "hooks" holds; without that key when it holds nothing.
+Json document(const std::string& hooks)
+{
+    const std::string values = R"("key":[-0.0,1.10,1e400,18446744073709551616,0.1e-7,true,null,{},)"
+                               R"("\u00e9\/\ud83d\ude00\n",{"z":1,"hooks":[],"a":-1E+2}])";
+    return parsed("{" + values + (hooks.empty() ? "" : R"(,"hooks":)" + hooks) + "}");
+}
+
+// The kind's own groups after those of the same event.
+Json withOwn(Json document, const Kind& kind)
+{
+    auto& hooks = *document.object()->try_emplace("hooks", Json::Object()).first->second.object();
+    const auto own = parsed(kind.own);
+    for (const auto& [event, groups] : *own.object()) {
+        auto& all = *hooks.try_emplace(event, Json::Array()).first->second.array();
+        all.push_back(groups.array()->front());
+    }
+    return document;
 }
 
 // What is equal by value is not written anew.
@@ -47,115 +74,74 @@ void expectChange(SettingsChange change, const Json& before, const Json& after)
     EXPECT_EQ(settings.text(), before == after ? before.compact() : after.pretty() + "\n");
 }
 
-struct Row {
-    const char* name;
-    Kind kind;
-    std::string before; // What "hooks" holds; with a leading comma: and what follows it.
-    std::string installed;
-    std::string uninstalled = {}; // Nothing: no "hooks" at all.
-};
-
-constexpr auto values = R"("key":[-0.0,1.10,1e400,18446744073709551616,0.1e-7,true,null,{},)"
-                        R"("\u00e9\/\ud83d\ude00\n",{"z":1,"hooks":[],"a":-1E+2}])";
-
-std::string document(const std::string& hooks)
-{
-    return std::string("{") + values + (hooks.empty() ? "" : R"(,"hooks":)" + hooks) + "}";
-}
-
 TEST(HookChanges, loseOwnEntriesAndNothingElse)
 {
-    const std::string own = R"({"PermissionRequest":[{"hooks":[{OWN}]}]})";
-    const std::string turns =
-        R"({"UserPromptSubmit":[{"hooks":[{TURN}]}],"FinalStop":[{"hooks":[{TURN}]}]})";
-    const std::string probes =
-        R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE}]}],"FinalStop":[{"hooks":[{TURN_PROBE}]}]})";
-    const std::string other = R"({"type":"command","command":"'/a/N' --hook","timeout":0.5})";
-    for (const auto& row : std::vector<Row>{
-             {"no hooks", approval, "", own},
-             {"empty hooks", approval, "{}", own},
-             {"its own entry, of any copy and edition, also written otherwise", approval,
-                 R"({"PermissionRequest":[{"hooks":[{OWN_AI},{OWN_MOVED}]},)"
-                 R"({"hooks":[{OWN,"timeout":6e1}]}]})",
-                 own},
-             {"the old form", approval,
-                 R"({"PreToolUse":[{"hooks":[{OWN_AI}],"matcher":"Bash"},)"
-                 R"({"hooks":[]},{"hooks":[{OWN},{"type":"x"}],"matcher":"Bash"}]})",
-                 R"({"PreToolUse":[{"hooks":[]},{"hooks":[{"type":"x"}],"matcher":"Bash"}],)"
-                 R"("PermissionRequest":[{"hooks":[{OWN}]}]})",
-                 R"({"PreToolUse":[{"hooks":[]},{"hooks":[{"type":"x"}],"matcher":"Bash"}]})"},
-             {"between those of others", approval,
-                 R"({"PermissionRequest":[{"hooks":[]},{"hooks":[)" + other
-                     + R"(,{OWN},{"type":"new","timeout":false}]},{"hooks":[],"matcher":"*"}]})",
-                 R"({"PermissionRequest":[{"hooks":[]},{"hooks":[)" + other
-                     + R"(,{"type":"new","timeout":false}]},{"hooks":[],"matcher":"*"},)"
-                       R"({"hooks":[{OWN}]}]})",
-                 R"({"PermissionRequest":[{"hooks":[]},{"hooks":[)" + other
-                     + R"(,{"type":"new","timeout":false}]},{"hooks":[],"matcher":"*"}]})"},
-             {"in a group with a key of somebody else's", approval,
-                 R"({"PermissionRequest":[{"hooks":[{OWN}],"note":1e999}]})",
-                 R"({"PermissionRequest":[{"hooks":[],"note":1e999},{"hooks":[{OWN}]}]})",
-                 R"({"PermissionRequest":[{"hooks":[],"note":1e999}]})"},
-             {"events and types that it does not look at", approval,
-                 R"({"Stop":[{"hooks":[{OWN},{TURN}]}],)"
-                 R"("PreToolUse":[{"hooks":[{OWN,"type":"prompt"}]}]})",
-                 R"({"Stop":[{"hooks":[{OWN},{TURN}]}],)"
-                 R"("PreToolUse":[{"hooks":[{OWN,"type":"prompt"}]}],)"
-                 R"("PermissionRequest":[{"hooks":[{OWN}]}]})",
-                 R"({"Stop":[{"hooks":[{OWN},{TURN}]}],)"
-                 R"("PreToolUse":[{"hooks":[{OWN,"type":"prompt"}]}]})"},
-             {"turn ends in nothing", turnEnd, "", turns},
-             {"turn ends in place of probes and of another copy's", turnEnd,
-                 R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE},{TURN_MOVED}]}],)"
-                 R"("FinalStop":[{"hooks":[{TURN,"timeout":2.0}]}]})",
-                 turns},
-             {"probes in place of turn ends", probe, turns, probes},
-             {"turn ends among others", turnEnd,
-                 R"({"PermissionRequest":[{"hooks":[{OWN}]}],"FinalStop":[{"hooks":[{TURN},)"
-                     + other + R"(]},{"hooks":[{"type":"x"}]}]})",
-                 R"({"PermissionRequest":[{"hooks":[{OWN}]}],"FinalStop":[{"hooks":[)" + other
-                     + R"(]},{"hooks":[{"type":"x"}]},{"hooks":[{TURN}]}],)"
-                       R"("UserPromptSubmit":[{"hooks":[{TURN}]}]})",
-                 R"({"PermissionRequest":[{"hooks":[{OWN}]}],"FinalStop":[{"hooks":[)" + other
-                     + R"(]},{"hooks":[{"type":"x"}]}]})"},
-         }) {
+    struct Row {
+        const char* name;
+        const Kind& kind;
+        std::string before; // What "hooks" holds.
+        std::string kept = {}; // What is left of it without the kind's own entries.
+    };
+    for (const auto& row :
+        {
+            Row{"no hooks", approval, ""},
+            Row{"empty hooks", approval, "{}"},
+            Row{"its own entries, of any copy and edition, also written otherwise", approval,
+                R"({"PermissionRequest":[{"hooks":[{OWN_AI},{OWN_MOVED}]},)"
+                R"({"hooks":[{OWN,"timeout":6e1}]}]})"},
+            Row{"the old form", approval,
+                R"({"PreToolUse":[{"hooks":[{OWN_AI}],"matcher":"Bash"},)"
+                R"({"hooks":[]},{"hooks":[{OWN},{"type":"x"}],"matcher":"Bash"}]})",
+                R"({"PreToolUse":[{"hooks":[]},{"hooks":[{"type":"x"}],"matcher":"Bash"}]})"},
+            Row{"between those of others", approval,
+                R"({"PermissionRequest":[{"hooks":[]},{"hooks":[{"type":"command","command":)"
+                R"("'/a/N' --hook"},{OWN},{"type":"new","timeout":false}]},{"hooks":[]}]})",
+                R"({"PermissionRequest":[{"hooks":[]},{"hooks":[{"type":"command","command":)"
+                R"("'/a/N' --hook"},{"type":"new","timeout":false}]},{"hooks":[]}]})"},
+            Row{"in a group with another's key", approval,
+                R"({"PermissionRequest":[{"hooks":[{OWN}],"note":1e999}]})",
+                R"({"PermissionRequest":[{"hooks":[],"note":1e999}]})"},
+            Row{"in events and of types that are another's", approval,
+                R"({"Stop":[{"hooks":[{OWN},{TURN}]}],"PreToolUse":[{"hooks":[{OWN,"type":"x"}]}]})",
+                R"({"Stop":[{"hooks":[{OWN},{TURN}]}],"PreToolUse":[{"hooks":[{OWN,"type":"x"}]}]})"},
+            Row{"turn ends in place of probes and of another copy's", turnEnd,
+                R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE},{TURN_MOVED}]}],)"
+                R"("FinalStop":[{"hooks":[{TURN,"timeout":2.0}]}]})"},
+            Row{"probes in place of turn ends", probe, turnEnd.own},
+            Row{"turn ends among others", turnEnd,
+                R"({"PermissionRequest":[{"hooks":[{OWN}]}],)"
+                R"("FinalStop":[{"hooks":[{TURN},{"type":"y"}]},{"hooks":[{"type":"x"}]}]})",
+                R"({"PermissionRequest":[{"hooks":[{OWN}]}],)"
+                R"("FinalStop":[{"hooks":[{"type":"y"}]},{"hooks":[{"type":"x"}]}]})"},
+        }) {
         SCOPED_TRACE(row.name);
-        const auto installed = parsed(document(row.installed));
-        const auto uninstalled = parsed(document(row.uninstalled));
-        for (const auto& before : {parsed(document(row.before)), installed, uninstalled}) {
+        const auto kept = document(row.kept);
+        const auto installed = withOwn(kept, row.kind);
+        for (const auto& before : {document(row.before), installed, kept}) {
             expectChange(row.kind.install, before, installed);
-            expectChange(row.kind.uninstall, before, uninstalled);
+            expectChange(row.kind.uninstall, before, kept);
         }
     }
 }
 
 TEST(HookChanges, leaveAFileWithAnEntryEditedByHand)
 {
-    const auto approvalMessage = "本应用的 hook 已被手动修改；为避免覆盖更改，操作已停止。";
-    const auto turnEndMessage = "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。";
-    for (const auto& [kind, hooks, message] : {
-             std::tuple{approval, R"({"PermissionRequest":[{"hooks":[{OWN,"timeout":30}]}]})",
-                 approvalMessage},
-             std::tuple{approval, R"({"PermissionRequest":[{"hooks":[{OWN,"note":null}]}]})",
-                 approvalMessage},
-             std::tuple{approval, R"({"PermissionRequest":[{"hooks":[{OWN}],"matcher":""}]})",
-                 approvalMessage},
-             std::tuple{approval, R"({"PreToolUse":[{"hooks":[{OWN}]}]})", approvalMessage},
-             std::tuple{approval, R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Write"}]})",
-                 approvalMessage},
-             std::tuple{turnEnd, R"({"UserPromptSubmit":[{"hooks":[{TURN,"timeout":5}]}]})",
-                 turnEndMessage},
-             std::tuple{probe, R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE}],"matcher":""}]})",
-                 turnEndMessage},
-             std::tuple{
-                 turnEnd, R"({"FinalStop":[{"hooks":[{TURN}],"note":null}]})", turnEndMessage},
+    for (const auto& [kind, hooks] : {
+             std::pair{approval, R"({"PermissionRequest":[{"hooks":[{OWN,"timeout":30}]}]})"},
+             std::pair{approval, R"({"PermissionRequest":[{"hooks":[{OWN,"note":null}]}]})"},
+             std::pair{approval, R"({"PermissionRequest":[{"hooks":[{OWN}],"matcher":""}]})"},
+             std::pair{approval, R"({"PreToolUse":[{"hooks":[{OWN}]}]})"},
+             std::pair{approval, R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Write"}]})"},
+             std::pair{turnEnd, R"({"UserPromptSubmit":[{"hooks":[{TURN,"timeout":5}]}]})"},
+             std::pair{probe, R"({"UserPromptSubmit":[{"hooks":[{TURN_PROBE}],"matcher":""}]})"},
+             std::pair{turnEnd, R"({"FinalStop":[{"hooks":[{TURN}],"note":null}]})"},
          }) {
-        const auto text = withOwnEntries(document(hooks));
+        const auto text = document(hooks).compact();
         const SettingsFile settings(text);
-        for (const auto change : {kind.install, kind.uninstall})
-            EXPECT_EQ(
-                failureOf([&, c = change] { c(settings.url(), WatchedFileSystem()); }), message)
-                << hooks;
+        for (const auto change : {kind.install, kind.uninstall}) {
+            const auto message = failureOf([&] { change(settings.url(), WatchedFileSystem()); });
+            EXPECT_EQ(message, kind.editedMessage) << hooks;
+        }
         EXPECT_EQ(settings.text(), text);
         EXPECT_TRUE(settings.backups().empty());
     }

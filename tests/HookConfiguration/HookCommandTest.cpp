@@ -62,17 +62,14 @@ TEST(HookCommand, isBuiltForAbsolutePathsAndKnownSourcesOnly)
 
 TEST(HookCommand, isForeignInAnyOtherForm)
 {
-    const auto tail = " '--owner-marker' 'quillmoss-notch-v1'"s;
     for (const auto& command : {
              ""s,
              "'"s,
              "/a/N --hook --source quillmoss --owner-marker quillmoss-notch-v1"s,
-             "'/a/N' --hook '--source' 'quillmoss'" + tail,
-             "'/a/N' '--hook' '--source' 'other'" + tail,
-             "'/a/N' '--hook' '--source' 'quillmoss' '--owner-marker'"s,
-             owned + " 'x'",
+             "'/a/N' '--hook' '--source' 'other' '--owner-marker' 'quillmoss-notch-v1'"s,
+             "'/a/''N'" + owned.substr(owned.find("' '") + 1),
+             owned.substr(0, owned.rfind(' ')),
              owned + " ''",
-             "'/a/''N' '--hook' '--source' 'quillmoss'" + tail,
              owned.substr(0, owned.size() - 1) + "'\\''",
              "sh -c \"" + owned + "\"",
          })

@@ -106,13 +106,6 @@ TEST(HookInstaller, removesNothingFromNothing)
     EXPECT_TRUE(settings.backups().empty());
 }
 
-TEST(HookInstaller, refusesTheRetiredInterceptionBeforeAnythingElse)
-{
-    const auto message = "已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。";
-    EXPECT_EQ(failureOf([] { HookInstaller().install("", "", "", InterceptBash::yes); }), message);
-    EXPECT_EQ(failureOf([] { HookInstaller().preview("", "", "", InterceptBash::yes); }), message);
-}
-
 TEST(HookInstaller, previewsWithoutShowingOrTouchingTheFile)
 {
     const auto preview = [](const std::string& url) {
