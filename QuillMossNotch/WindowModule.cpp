@@ -12,6 +12,7 @@
 #include "Preview/PreviewRender.h"
 
 #include <iostream>
+#include <malloc.h>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,8 +37,20 @@ int renderPreview(const PreviewOptions& options)
     return PreviewRender(model, outside.clock).run(options);
 }
 
+// What large requests took goes back to the system when they have gone: they get pages of their
+// own, the rest of the heap is cut as it empties, and no thread keeps a heap for itself
+// (mallopt(3)).
+void giveFreedMemoryBack()
+{
+    constexpr int large = 256 * 1024;
+    ::mallopt(M_ARENA_MAX, 1);
+    ::mallopt(M_MMAP_THRESHOLD, large);
+    ::mallopt(M_TRIM_THRESHOLD, large);
+}
+
 int runResident(LaunchOptions options)
 {
+    giveFreedMemoryBack();
     if (!x11::displayIsReachable())
         return complain("QuillMossNotch needs an X11 display (or XWayland), and $DISPLAY names "
                         "none that can be opened.");

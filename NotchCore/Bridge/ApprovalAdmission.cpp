@@ -15,7 +15,8 @@ namespace {
 
 bool isObject(std::string_view json)
 {
-    const auto value = Json::parse(json);
+    constexpr std::size_t itself = 0;
+    const auto value = Json::parseOutline(json, itself);
     return value && value->object();
 }
 

@@ -30,7 +30,8 @@ public:
 
     // Nothing on success.
     [[nodiscard]] virtual std::optional<TransportError> start(Callbacks callbacks) = 0;
-    // True when the decision was stored for a request that still waits and has none yet.
+    // True when the decision was stored for a request that still waits and has none yet. The id is
+    // the one that onRequest gave.
     virtual bool decide(const std::string& id, Decision decision) = 0;
     // Ends every wait without a reply; returns when no callback will be queued any more.
     virtual void stop() = 0;

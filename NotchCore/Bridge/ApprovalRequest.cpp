@@ -13,13 +13,13 @@ namespace notch {
 namespace {
 
 constexpr std::string_view expiresAtKey = "expiresAt";
+constexpr std::string_view toolInputKey = "toolInputJSON";
 
-// The text fields under their keys on the wire.
-constexpr std::array<std::pair<std::string_view, std::string ApprovalRequest::*>, 7> textFields{{
+// The short text fields under their keys on the wire.
+constexpr std::array<std::pair<std::string_view, std::string ApprovalRequest::*>, 6> textFields{{
     {"id", &ApprovalRequest::id},
     {"sessionID", &ApprovalRequest::sessionID},
     {"toolName", &ApprovalRequest::toolName},
-    {"toolInputJSON", &ApprovalRequest::toolInputJSON},
     {"cwd", &ApprovalRequest::cwd},
     {"eventName", &ApprovalRequest::eventName},
     {"source", &ApprovalRequest::source},
@@ -29,7 +29,8 @@ constexpr std::array<std::pair<std::string_view, std::string ApprovalRequest::*>
 
 std::optional<ApprovalRequest> ApprovalRequest::parse(std::string_view line)
 {
-    const auto document = Json::parse(line);
+    constexpr std::size_t members = 1;
+    const auto document = Json::parseOutline(line, members);
     if (!document)
         return std::nullopt;
     ApprovalRequest request;
@@ -39,6 +40,10 @@ std::optional<ApprovalRequest> ApprovalRequest::parse(std::string_view line)
             return std::nullopt;
         request.*field = *text;
     }
+    const auto* toolInput = document->string(toolInputKey);
+    if (!toolInput)
+        return std::nullopt;
+    request.toolInputJSON = *toolInput;
     const auto* expiresAt = document->member(expiresAtKey);
     const auto* seconds = expiresAt ? expiresAt->number() : nullptr;
     if (!seconds || !std::isfinite(seconds->toDouble()))
@@ -52,6 +57,7 @@ std::string ApprovalRequest::serialize() const
     Json::Object object;
     for (const auto& [key, field] : textFields)
         object.emplace(key, this->*field);
+    object.emplace(toolInputKey, toolInputJSON.string());
     object.emplace(expiresAtKey, JsonNumber(expiresAt.seconds));
     return Json(std::move(object)).compact();
 }

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Foundation/SharedText.h"
 #include "Foundation/Time.h"
 
 #include <optional>
@@ -16,10 +17,12 @@ inline constexpr std::string_view nativeApprovalEventName = "NativeApproval";
 
 // One permission request, on the wire and in memory. Every field is required on the wire.
 struct ApprovalRequest {
-    std::string id; // Canonical text of a UUID that the hook process made.
+    // Text of a UUID. On the wire the hook's; in the resident application the server's own, one for
+    // each connection, so that no other hook can come by a decision by using the same id.
+    std::string id;
     std::string sessionID; // The host's session; empty when it gave none.
     std::string toolName;
-    std::string toolInputJSON; // Text of a JSON object.
+    SharedText toolInputJSON; // Text of a JSON object, up to a mebibyte.
     std::string cwd; // The host's working directory; empty when it gave none.
     std::string eventName;
     Date expiresAt;

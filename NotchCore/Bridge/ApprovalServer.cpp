@@ -9,6 +9,7 @@
 #include <array>
 #include <cerrno>
 #include <cmath>
+#include <new>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/timerfd.h>
@@ -18,20 +19,16 @@ namespace notch {
 namespace {
 
 constexpr int backlog = 32;
-constexpr std::size_t maximumConnections = 32;
 constexpr Seconds requestTimeout{5}; // For a hook's line, from its connection on.
 constexpr Seconds replyTimeout{1};
-// How often the path is looked at; a loss is to be known within 2 seconds.
-constexpr Seconds reachabilityInterval{1};
-
-constexpr double secondsFrom1970To2001 = 978307200.0;
+constexpr Seconds shortagePause{0.1}; // Memory that is short now may be there again soon.
 
 // A descriptor that becomes readable when the wall clock reaches the date, also when the clock is
 // set meanwhile (timerfd_create(2)). Invalid when there is none to be had.
 UniqueFd alarmAt(Date date)
 {
     UniqueFd alarm(::timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK));
-    const double since1970 = date.seconds + secondsFrom1970To2001;
+    const double since1970 = date.since1970().count();
     const double whole = std::floor(since1970);
     itimerspec when{};
     when.it_value.tv_sec = static_cast<time_t>(whole);
@@ -77,31 +74,24 @@ std::optional<TransportError> ApprovalServer::listen(Callbacks callbacks)
     stopping_ = PollableFlag::make();
     if (!stopping_)
         return TransportError{TransportError::Code::system, errno};
+    callbacks_ = std::make_shared<const Callbacks>(std::move(callbacks));
     {
         const std::lock_guard lock(lock_);
-        callbacks_ = std::make_shared<const Callbacks>(std::move(callbacks));
-        running_ = true;
+        requests_.open();
     }
     auto socket = std::make_shared<const ListeningSocket>(std::move(listening).value());
     if (workers_.start([this, socket = std::move(socket)] { acceptConnections(*socket); }))
         return std::nullopt;
     const std::lock_guard lock(lock_);
-    running_ = false;
+    requests_.close();
     return TransportError{TransportError::Code::system, EAGAIN};
 }
 
 bool ApprovalServer::decide(const std::string& id, Decision decision)
 {
+    const auto connection = UUID::parse(id);
     const std::lock_guard lock(lock_);
-    const auto found = running_ ? pending_.find(id) : pending_.end();
-    if (found == pending_.end())
-        return false;
-    auto& connection = *found->second;
-    if (connection.decision || connection.request->expiresAt <= Date::now())
-        return false;
-    connection.decision = decision;
-    connection.decided.raise();
-    return true;
+    return connection && requests_.decide(*connection, decision, Date::now());
 }
 
 void ApprovalServer::stop()
@@ -109,34 +99,42 @@ void ApprovalServer::stop()
     const std::lock_guard lifecycle(lifecycle_);
     {
         const std::lock_guard lock(lock_);
-        running_ = false;
+        requests_.close();
     }
     if (stopping_)
         stopping_->raise();
     workers_.wait();
-    const std::lock_guard lock(lock_);
     callbacks_ = nullptr;
 }
 
 bool ApprovalServer::isRunning()
 {
     const std::lock_guard lock(lock_);
-    return running_;
+    return requests_.isOpen();
 }
 
 void ApprovalServer::acceptConnections(const ListeningSocket& listening)
 {
-    bool reachable = true;
-    while (isRunning()) {
-        if (auto socket = listening.accept(*stopping_, reachabilityInterval))
-            take(std::move(*socket));
-        if (!reachable || listening.isReachable())
-            continue;
-        reachable = false;
-        const std::lock_guard lock(lock_);
-        if (callbacks_->onUnreachable)
-            callbackQueue_.async([callbacks = callbacks_] { callbacks->onUnreachable(); });
+    for (bool reachable = true; isRunning();) {
+        try {
+            if (reachable && !listening.isReachable()) {
+                tellUnreachable();
+                reachable = false;
+            }
+            if (auto socket = listening.accept(*stopping_))
+                take(std::move(*socket));
+        } catch (const std::bad_alloc&) {
+            stopping_->wait(shortagePause);
+        }
     }
+}
+
+void ApprovalServer::tellUnreachable()
+{
+    callbackQueue_.async([callbacks = callbacks_] {
+        if (callbacks->onUnreachable)
+            callbacks->onUnreachable();
+    });
 }
 
 void ApprovalServer::take(UniqueFd socket)
@@ -144,97 +142,105 @@ void ApprovalServer::take(UniqueFd socket)
     auto decided = PollableFlag::make();
     if (!decided)
         return;
-    const auto connection = std::make_shared<Connection>(
-        Connection{UUID::random(), std::move(socket), std::move(*decided), {}, {}});
-    {
-        const std::lock_guard lock(lock_);
-        if (!running_ || connections_.size() >= maximumConnections)
-            return;
-        connections_.emplace(connection->token, connection);
-    }
-    if (!workers_.start([this, connection] { serve(*connection); }))
+    const auto connection = std::make_shared<Connection>(Connection{
+        .token = UUID::random(), .decided = std::move(*decided), .socket = std::move(socket)});
+    WorkerGroup::Work work = [this, connection] { serve(*connection); };
+    if (enter(*connection) && !workers_.start(std::move(work)))
         end(*connection);
+}
+
+bool ApprovalServer::enter(const Connection& connection)
+{
+    const std::lock_guard lock(lock_);
+    return requests_.enter(connection.token, connection.decided);
 }
 
 void ApprovalServer::serve(Connection& connection)
 {
-    const FrameLimits limits{.deadline = Uptime::now() + requestTimeout, .stop = &*stopping_};
-    const auto line = readFrame(connection.socket, limits);
-    const auto request = line ? admittedRequest(*line, Date::now()) : std::nullopt;
-    if (request && admit(connection, *request)) {
-        if (const auto decision = awaitDecision(connection, request->expiresAt))
-            reply(connection, {.id = request->id, .decision = *decision});
+    try {
+        auto request = readRequest(connection);
+        if (request && admit(connection, *std::exchange(request, {}))) {
+            if (const auto decision = awaitDecision(connection))
+                reply(connection, *decision);
+        }
+    } catch (const std::bad_alloc&) {
+        // Closing gives the request back to the host, as in every other failure.
     }
     end(connection);
 }
 
-// Queueing under the lock keeps the callbacks in the order of the admissions.
-bool ApprovalServer::admit(Connection& connection, const ApprovalRequest& request)
+std::optional<ApprovalRequest> ApprovalServer::readRequest(const Connection& connection)
 {
+    const FrameLimits limits{.deadline = Uptime::now() + requestTimeout, .stop = &*stopping_};
+    const auto line = readFrame(connection.socket, limits);
+    if (!line)
+        return std::nullopt;
+    const std::lock_guard parsing(parsing_);
+    return admittedRequest(*line, Date::now());
+}
+
+// Queueing under the lock keeps the callbacks in the order of the admissions. Whatever may be short
+// comes before it, so that an admission fails as a whole or not at all.
+bool ApprovalServer::admit(Connection& connection, ApprovalRequest request)
+{
+    const auto id = UUID::parse(request.id);
+    const auto expiresAt = request.expiresAt;
+    connection.idOnWire = std::exchange(request.id, connection.token.text());
+    connection.alarm = alarmAt(expiresAt);
+    connection.removal = SerialQueue::prepared([callbacks = callbacks_, id = request.id] {
+        if (callbacks->onRemoval)
+            callbacks->onRemoval(id);
+    });
+    auto arrival =
+        SerialQueue::prepared([callbacks = callbacks_, request = std::move(request)]() mutable {
+            if (callbacks->onRequest)
+                callbacks->onRequest(std::move(request));
+        });
     const std::lock_guard lock(lock_);
-    if (!running_ || !pending_.emplace(request.id, &connection).second)
+    if (!id || !connection.alarm.valid() || !requests_.admit(connection.token, *id, expiresAt))
         return false;
-    connection.request = request;
-    if (callbacks_->onRequest)
-        callbackQueue_.async([callbacks = callbacks_, request] { callbacks->onRequest(request); });
+    callbackQueue_.async(std::move(arrival));
     return true;
 }
 
 // Everything that may end the wait wakes it: the hook, a decision, the stop, and the expiry as the
-// wall clock tells it. So it sleeps without a time-out, and a waiting hook costs no time.
-std::optional<Decision> ApprovalServer::awaitDecision(Connection& connection, Date expiresAt)
+// wall clock tells it. So it sleeps without a time-out, and a waiting hook costs no time. A
+// decision that comes together with one of the others counts if the hook is still there to hear it.
+std::optional<Decision> ApprovalServer::awaitDecision(const Connection& connection)
 {
-    const auto alarm = alarmAt(expiresAt);
-    if (!alarm.valid())
-        return std::nullopt;
-    bool expired = false;
-    while (peerWaits(connection.socket)) {
-        // Asked before the expiry: what decide() has accepted was in time.
-        if (const auto decision = storedDecision(connection))
-            return decision;
-        if (expired || Date::now() >= expiresAt)
-            break;
-        std::array<pollfd, 4> waited{{
-            {connection.socket.get(), POLLIN, 0},
-            {connection.decided.descriptor(), POLLIN, 0},
-            {stopping_->descriptor(), POLLIN, 0},
-            {alarm.get(), POLLIN, 0},
-        }};
-        if ((::poll(waited.data(), waited.size(), -1) < 0 && errno != EINTR)
-            || stopping_->isRaised())
-            break;
-        expired = waited[3].revents != 0; // Stays so, should the clock be set back now.
-    }
-    return std::nullopt;
+    std::array<pollfd, 4> waited{{
+        {connection.socket.get(), POLLIN, 0},
+        {connection.decided.descriptor(), POLLIN, 0},
+        {stopping_->descriptor(), POLLIN, 0},
+        {connection.alarm.get(), POLLIN, 0},
+    }};
+    while (::poll(waited.data(), waited.size(), -1) < 0 && errno == EINTR) { }
+    const auto decision = settle(connection);
+    return peerWaits(connection.socket) && !stopping_->isRaised() ? decision : std::nullopt;
 }
 
-std::optional<Decision> ApprovalServer::storedDecision(const Connection& connection)
+std::optional<Decision> ApprovalServer::settle(const Connection& connection)
 {
     const std::lock_guard lock(lock_);
-    return connection.decision;
+    return requests_.settle(connection.token);
 }
 
-void ApprovalServer::reply(const Connection& connection, const DecisionReply& reply) const
+void ApprovalServer::reply(const Connection& connection, Decision decision) const
 {
-    if (reply.decision == Decision::passthrough)
+    if (decision == Decision::passthrough)
         return; // Closing says it.
+    const DecisionReply reply{.id = connection.idOnWire, .decision = decision};
     const FrameLimits limits{.deadline = Uptime::now() + replyTimeout, .stop = &*stopping_};
     writeFrame(connection.socket, reply.serialize(), limits);
 }
 
-void ApprovalServer::end(Connection& connection)
+void ApprovalServer::end(Connection& connection) noexcept
 {
     {
         const std::lock_guard lock(lock_);
-        // Only an admitted request is pending; one that was refused for its id has none here.
-        if (connection.request) {
-            pending_.erase(connection.request->id);
-            if (callbacks_->onRemoval)
-                callbackQueue_.async([callbacks = callbacks_, id = connection.request->id] {
-                    callbacks->onRemoval(id);
-                });
-        }
-        connections_.erase(connection.token);
+        // Nobody was told of a request that was not admitted.
+        if (requests_.leave(connection.token))
+            callbackQueue_.async(std::move(connection.removal));
     }
     connection.socket = {};
 }

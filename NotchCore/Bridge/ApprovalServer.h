@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Bridge/ApprovalBridge.h"
+#include "Bridge/WaitingRequests.h"
 #include "Foundation/SerialQueue.h"
 #include "Foundation/UUID.h"
 #include "Foundation/UniqueFd.h"
@@ -12,7 +13,6 @@
 #include "Transport/PollableFlag.h"
 #include "Transport/WorkerGroup.h"
 
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -21,10 +21,11 @@
 namespace notch {
 
 // The resident application's end of the bridge:
-// - owns the socket, and removes its path at the end unless something else stands there by then;
+// - owns the socket, and removes its path at the end unless it is another file's by then;
 // - holds one connection for each waiting hook: the open connection is the waiting, and closing it
 //   without a line gives the request back to the host;
-// - sends a line only for a decision that decide() stored, and stops for nobody else.
+// - sends a line only for a decision that decide() stored for this very connection;
+// - closes a connection for which there is no memory, and goes on with the others.
 //
 // stopped --start--> running --stop--> stopped; both any number of times, from any thread but the
 // callbacks'.
@@ -40,41 +41,46 @@ public:
 
 private:
     struct Connection {
-        UUID token;
-        UniqueFd socket; // Its worker's alone.
+        UUID token; // The request's id for the model.
         PollableFlag decided; // Raised when a decision is stored.
-        // Guarded by lock_:
-        std::optional<ApprovalRequest> request; // Absent until admitted.
-        std::optional<Decision> decision;
+        // Its worker's alone:
+        UniqueFd socket;
+        std::string idOnWire; // As the hook wrote it; with the rest, once admitted.
+        UniqueFd alarm; // Readable from the expiry on.
+        SerialQueue::Prepared removal;
     };
-    using Connections = std::map<UUID, std::shared_ptr<Connection>>;
 
     std::optional<TransportError> listen(Callbacks callbacks);
     bool isRunning();
 
     void acceptConnections(const ListeningSocket& listening);
+    void tellUnreachable();
     void take(UniqueFd socket);
+    bool enter(const Connection& connection);
 
     void serve(Connection& connection);
-    bool admit(Connection& connection, const ApprovalRequest& request);
-    std::optional<Decision> awaitDecision(Connection& connection, Date expiresAt);
-    std::optional<Decision> storedDecision(const Connection& connection);
-    void reply(const Connection& connection, const DecisionReply& reply) const;
-    void end(Connection& connection);
+    std::optional<ApprovalRequest> readRequest(const Connection& connection);
+    bool admit(Connection& connection, ApprovalRequest request);
+    std::optional<Decision> awaitDecision(const Connection& connection);
+    std::optional<Decision> settle(const Connection& connection);
+    void reply(const Connection& connection, Decision decision) const;
+    void end(Connection& connection) noexcept;
 
     const BridgeSocket place_;
     SerialQueue callbackQueue_{"quillmoss-notch.callbacks"};
 
     std::mutex lifecycle_; // Held by all of start() and stop(); taken before lock_.
     WorkerGroup workers_; // The accept loop and one worker for each connection.
-    std::optional<PollableFlag> stopping_; // Written only while no worker runs.
+    // Written only while no worker runs:
+    std::optional<PollableFlag> stopping_;
+    std::shared_ptr<const Callbacks> callbacks_;
+
+    std::mutex
+        parsing_; // One line at a time is taken apart: a hostile one fills many times its size.
 
     std::mutex lock_; // Never held over a system call that waits.
     // Guarded by lock_:
-    bool running_ = false;
-    Connections connections_; // Every accepted one that has not ended.
-    std::map<std::string, Connection*> pending_; // By the id of their admitted request.
-    std::shared_ptr<const Callbacks> callbacks_;
+    WaitingRequests requests_;
 };
 
 } // namespace notch

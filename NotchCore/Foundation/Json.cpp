@@ -220,7 +220,12 @@ std::optional<Json> Json::takeContainer()
 
 std::optional<Json> Json::parse(std::string_view text)
 {
-    return readJson(text);
+    return readJson(text, maximumDepth);
+}
+
+std::optional<Json> Json::parseOutline(std::string_view text, std::size_t levels)
+{
+    return readJson(text, levels);
 }
 
 const Json* Json::member(std::string_view key) const

@@ -44,6 +44,12 @@ private:
 // Builds values from the parser's events, children before their container.
 class Builder {
 public:
+    // Values further in than this are left out of their container.
+    explicit Builder(std::size_t levels)
+        : levels_(levels)
+    {
+    }
+
     static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
     static constexpr std::size_t max_object_size = unlimited;
     static constexpr std::size_t max_array_size = unlimited;
@@ -52,9 +58,10 @@ public:
 
     bool on_document_begin(json::error_code&) { return true; }
     bool on_document_end(json::error_code&) { return true; }
-    bool on_array_begin(json::error_code&) { return true; }
-    bool on_array_end(std::size_t count, json::error_code&)
+    bool on_array_begin(json::error_code&) { return enter(); }
+    bool on_array_end(std::size_t size, json::error_code&)
     {
+        const auto count = leave(size);
         Json::Array array;
         array.reserve(count);
         for (std::size_t i = 0; i < count; ++i, values_.pop())
@@ -62,9 +69,10 @@ public:
         std::ranges::reverse(array);
         return push(std::move(array));
     }
-    bool on_object_begin(json::error_code&) { return true; }
-    bool on_object_end(std::size_t count, json::error_code&)
+    bool on_object_begin(json::error_code&) { return enter(); }
+    bool on_object_end(std::size_t size, json::error_code&)
     {
+        const auto count = leave(size);
         Json::Object object;
         // The last of equal keys comes first, and stays.
         for (std::size_t i = 0; i < count; ++i, keys_.pop(), values_.pop())
@@ -78,7 +86,8 @@ public:
     bool on_key(json::string_view part, std::size_t, json::error_code&)
     {
         append(part);
-        keys_.push(std::exchange(text_, {}));
+        if (isBuilt())
+            keys_.push(std::exchange(text_, {}));
         return true;
     }
     bool on_string_part(json::string_view part, std::size_t, json::error_code&)
@@ -105,14 +114,29 @@ public:
     Json takeRoot() { return std::move(values_.top()); }
 
 private:
+    bool isBuilt() const { return level_ <= levels_; }
+    bool enter()
+    {
+        ++level_;
+        return true;
+    }
+    // How many of the container's children were built: all or none.
+    std::size_t leave(std::size_t size)
+    {
+        const auto count = isBuilt() ? size : 0;
+        --level_;
+        return count;
+    }
     bool push(Json value)
     {
-        values_.push(std::move(value));
+        if (isBuilt())
+            values_.push(std::move(value));
         return true;
     }
     bool append(json::string_view part)
     {
-        text_.append(part.data(), part.size());
+        if (isBuilt())
+            text_.append(part.data(), part.size());
         return true;
     }
     bool number(json::string_view part)
@@ -121,6 +145,8 @@ private:
         return push(JsonNumber(std::exchange(text_, {})));
     }
 
+    std::size_t levels_;
+    std::size_t level_ = 0; // Of the value being read.
     BlockStack<Json> values_; // Read, and not yet in their container.
     BlockStack<std::string> keys_;
     std::string text_; // Of the string, key or number being read.
@@ -148,11 +174,11 @@ bool isDeep(std::string_view text)
     return depth > ordinaryDepth;
 }
 
-std::optional<Json> parsed(std::string_view text)
+std::optional<Json> parsed(std::string_view text, std::size_t levels)
 {
     json::parse_options options;
     options.max_depth = Json::maximumDepth;
-    json::basic_parser<Builder> parser(options);
+    json::basic_parser<Builder> parser(options, levels);
     json::error_code error;
     const auto consumed = parser.write_some(false, text.data(), text.size(), error);
     if (error || consumed != text.size())
@@ -162,12 +188,12 @@ std::optional<Json> parsed(std::string_view text)
 
 } // namespace
 
-std::optional<Json> readJson(std::string_view text)
+std::optional<Json> readJson(std::string_view text, std::size_t levels)
 {
     if (!isDeep(text))
-        return parsed(text);
+        return parsed(text, levels);
     std::optional<Json> value;
-    runOnLargeStack([&] { value = parsed(text); });
+    runOnLargeStack([&] { value = parsed(text, levels); });
     return value;
 }
 

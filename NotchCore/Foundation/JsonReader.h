@@ -10,7 +10,7 @@
 
 namespace notch {
 
-// What Json::parse does; apart from it so that only one source compiles the parser library.
-std::optional<Json> readJson(std::string_view text);
+// What Json::parseOutline does; apart from it so that only one source compiles the parser library.
+std::optional<Json> readJson(std::string_view text, std::size_t levels);
 
 } // namespace notch

@@ -26,11 +26,18 @@ SerialQueue::~SerialQueue()
     thread_.join();
 }
 
-void SerialQueue::async(Work work)
+SerialQueue::Prepared SerialQueue::prepared(Work work)
+{
+    Prepared list;
+    list.push_back(std::move(work));
+    return list;
+}
+
+void SerialQueue::async(Prepared work) noexcept
 {
     {
         const std::lock_guard lock(mutex_);
-        queued_.push_back(std::move(work));
+        queued_.splice(queued_.end(), work);
     }
     changed_.notify_one();
 }
@@ -54,10 +61,10 @@ void SerialQueue::run()
         if (queued_.empty())
             return;
         {
-            const Work work = std::move(queued_.front());
-            queued_.pop_front();
+            Prepared next;
+            next.splice(next.end(), queued_, queued_.begin());
             lock.unlock();
-            work();
+            next.front()();
         } // What the work captured is gone before the next one starts.
         lock.lock();
     }

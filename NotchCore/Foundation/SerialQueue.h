@@ -4,11 +4,12 @@
 #pragma once
 
 #include <condition_variable>
-#include <deque>
 #include <functional>
+#include <list>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace notch {
 
@@ -17,6 +18,8 @@ namespace notch {
 class SerialQueue {
 public:
     using Work = std::function<void()>;
+    // A piece of work with the memory that its place in the queue takes.
+    using Prepared = std::list<Work>;
 
     // `name` is shown by debuggers, cut to the 15 bytes that pthread_setname_np(3) takes.
     explicit SerialQueue(const std::string& name);
@@ -25,7 +28,10 @@ public:
     SerialQueue& operator=(const SerialQueue&) = delete;
 
     // Any thread; returns at once.
-    void async(Work work);
+    void async(Work work) { async(prepared(std::move(work))); }
+    // In two steps, for work that must not get lost: once it is prepared, nothing can fail.
+    static Prepared prepared(Work work);
+    void async(Prepared work) noexcept;
     // Any thread but the queue's own; returns when `work` has run.
     void sync(const Work& work);
 
@@ -34,7 +40,7 @@ private:
 
     std::mutex mutex_;
     // Guarded by mutex_:
-    std::deque<Work> queued_;
+    std::list<Work> queued_;
     bool closing_ = false;
 
     std::condition_variable changed_;

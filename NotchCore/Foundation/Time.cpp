@@ -8,25 +8,23 @@
 namespace notch {
 namespace {
 
-constexpr double secondsFrom1970To2001 = 978307200.0;
-
-double read(clockid_t clock)
+Seconds read(clockid_t clock)
 {
     timespec time{};
     ::clock_gettime(clock, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
+    return Seconds{static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9};
 }
 
 } // namespace
 
 Date Date::now()
 {
-    return {read(CLOCK_REALTIME) - secondsFrom1970To2001};
+    return after1970(read(CLOCK_REALTIME));
 }
 
 Uptime Uptime::now()
 {
-    return {read(CLOCK_MONOTONIC)};
+    return {read(CLOCK_MONOTONIC).count()};
 }
 
 } // namespace notch

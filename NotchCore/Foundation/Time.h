@@ -17,6 +17,12 @@ struct Date {
     double seconds = 0;
 
     static Date now();
+    // The system's clocks count from 1970-01-01T00:00:00Z.
+    static constexpr Date after1970(Seconds time)
+    {
+        return {time.count() - from1970To2001.count()};
+    }
+    constexpr Seconds since1970() const { return Seconds{seconds} + from1970To2001; }
     // Sentinels: later and earlier than every moment that occurs.
     static constexpr Date distantFuture() { return {63113904000.0}; }
     static constexpr Date distantPast() { return {-63114076800.0}; }
@@ -27,6 +33,9 @@ struct Date {
         return {date.seconds + delta.count()};
     }
     friend constexpr Seconds operator-(Date a, Date b) { return Seconds{a.seconds - b.seconds}; }
+
+private:
+    static constexpr Seconds from1970To2001{978307200};
 };
 
 // A moment of CLOCK_MONOTONIC. Budgets within one process are measured with it, so that a change of

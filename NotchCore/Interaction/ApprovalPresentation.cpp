@@ -62,7 +62,8 @@ ApprovalPresentation::ApprovalPresentation(const ApprovalRequest& request)
     , project(projectName(request.cwd))
 {
     const bool native = request.isNative();
-    const auto parsed = Json::parse(request.toolInputJSON);
+    constexpr std::size_t members = 1; // What is nested in them is not asked for, and may be much.
+    const auto parsed = Json::parseOutline(request.toolInputJSON, members);
     const Json input = parsed && parsed->object() ? *parsed : Json(Json::Object{});
     const auto command = nonEmptyText(input, "command");
     description = nonEmptyText(input, "description");

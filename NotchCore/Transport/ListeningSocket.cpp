@@ -5,6 +5,7 @@
 
 #include "Transport/PollTimeout.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <poll.h>
@@ -18,6 +19,8 @@ namespace {
 constexpr mode_t socketMode = 0600;
 // How long to leave a connection in the backlog for which there is no descriptor or memory.
 constexpr Seconds shortagePause{0.1};
+// How often the caller may look at the path where the system has no watch for its directory.
+constexpr Seconds unwatchedInterval{1};
 
 Failure<TransportError> systemFailure()
 {
@@ -27,15 +30,6 @@ Failure<TransportError> systemFailure()
 bool isShortage(int error)
 {
     return error == EMFILE || error == ENFILE || error == ENOBUFS || error == ENOMEM;
-}
-
-bool waitForConnection(const UniqueFd& socket, const PollableFlag& stop, Seconds atMost)
-{
-    std::array<pollfd, 2> waited{
-        {{socket.get(), POLLIN, 0}, {stop.descriptor(), POLLIN, 0}},
-    };
-    const int ready = ::poll(waited.data(), waited.size(), pollTimeout(atMost));
-    return ready > 0 && waited[0].revents != 0 && waited[1].revents == 0;
 }
 
 } // namespace
@@ -60,11 +54,13 @@ Result<ListeningSocket, TransportError> ListeningSocket::open(BridgeSocket place
     if (::listen(listening.socket_.get(), backlog) != 0
         || ::chmod(listening.place_.path().c_str(), socketMode) != 0)
         return systemFailure();
+    listening.watch_.clear(); // Of what it did itself.
     return listening;
 }
 
 ListeningSocket::ListeningSocket(BridgeSocket place, UniqueFd socket, FileIdentity identity)
     : place_(std::move(place))
+    , watch_(place_.directory().path())
     , socket_(std::move(socket))
     , identity_(identity)
 {
@@ -74,13 +70,13 @@ ListeningSocket::~ListeningSocket()
 {
     if (!socket_.valid())
         return; // Moved from.
-    socket_ = {};
+    // The socket is still open, so no other file can have its inode by now.
     place_.remove(identity_);
 }
 
 std::optional<UniqueFd> ListeningSocket::accept(const PollableFlag& stop, Seconds atMost) const
 {
-    if (!waitForConnection(socket_, stop, atMost))
+    if (!waitForConnection(stop, atMost))
         return std::nullopt;
     UniqueFd connection(::accept4(socket_.get(), nullptr, nullptr, SOCK_NONBLOCK | SOCK_CLOEXEC));
     if (!connection.valid() && isShortage(errno))
@@ -88,6 +84,19 @@ std::optional<UniqueFd> ListeningSocket::accept(const PollableFlag& stop, Second
     if (!connection.valid() || !isOwnUser(connection))
         return std::nullopt;
     return connection;
+}
+
+bool ListeningSocket::waitForConnection(const PollableFlag& stop, Seconds atMost) const
+{
+    std::array<pollfd, 3> waited{{
+        {socket_.get(), POLLIN, 0}, {stop.descriptor(), POLLIN, 0},
+        {watch_.descriptor(), POLLIN, 0}, // poll skips a negative one.
+    }};
+    const auto time = watch_.works() ? atMost : std::min(atMost, unwatchedInterval);
+    const int ready = ::poll(waited.data(), waited.size(), pollTimeout(time));
+    if (ready > 0 && waited[2].revents != 0)
+        watch_.clear();
+    return ready > 0 && waited[0].revents != 0 && waited[1].revents == 0;
 }
 
 bool ListeningSocket::isReachable() const

@@ -7,6 +7,7 @@
 #include "Foundation/Time.h"
 #include "Foundation/UniqueFd.h"
 #include "Transport/BridgeSocket.h"
+#include "Transport/DirectoryWatch.h"
 #include "Transport/PollableFlag.h"
 #include "Transport/TransportError.h"
 
@@ -24,17 +25,21 @@ public:
     ~ListeningSocket();
 
     // A non-blocking connection of this same user. Nothing when the time is over, the flag is
-    // raised or the connection was none to take.
-    std::optional<UniqueFd> accept(const PollableFlag& stop, Seconds atMost) const;
+    // raised, the connection is none to take, or isReachable() may have changed.
+    std::optional<UniqueFd> accept(const PollableFlag& stop, Seconds atMost = forever) const;
 
     // False when the path was removed, replaced or has other permissions: no client that checks
     // can find this socket any more.
     bool isReachable() const;
 
 private:
+    static constexpr Seconds forever{3600}; // Waking up once an hour costs nothing.
+
     ListeningSocket(BridgeSocket place, UniqueFd socket, FileIdentity identity);
+    bool waitForConnection(const PollableFlag& stop, Seconds atMost) const;
 
     BridgeSocket place_;
+    DirectoryWatch watch_; // Of the directory with the path.
     UniqueFd socket_;
     FileIdentity identity_; // Of the path, as this socket made it.
 };

@@ -3,6 +3,7 @@
 
 #include "Transport/WorkerGroup.h"
 
+#include <new>
 #include <system_error>
 #include <utility>
 
@@ -53,16 +54,19 @@ std::list<WorkerGroup::Worker> WorkerGroup::takeFinished()
 
 bool WorkerGroup::launch(Work work)
 {
-    const std::lock_guard lock(mutex_);
-    auto& worker = workers_.emplace_back();
+    std::list<Worker> one;
     try {
+        auto& worker = one.emplace_back();
+        const std::lock_guard lock(mutex_); // No wait() overlooks a thread that runs.
         worker.thread = std::thread([&worker, work = std::move(work)] {
             work();
             worker.finished = true;
         });
+        workers_.splice(workers_.end(), one);
         return true;
     } catch (const std::system_error&) {
-        workers_.pop_back();
+        return false;
+    } catch (const std::bad_alloc&) {
         return false;
     }
 }

@@ -21,8 +21,8 @@ public:
     WorkerGroup(const WorkerGroup&) = delete;
     WorkerGroup& operator=(const WorkerGroup&) = delete;
 
-    // Runs the work on a thread of its own. False when the system has no thread for it. A worker of
-    // this group may start others.
+    // Runs the work on a thread of its own. False when the system has no thread or memory for it. A
+    // worker of this group may start others.
     [[nodiscard]] bool start(Work work);
     // Returns when no worker runs, with no limit on time. Not from a worker.
     void wait();

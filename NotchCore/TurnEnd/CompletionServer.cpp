@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace notch {
@@ -14,8 +15,6 @@ namespace {
 
 constexpr int backlog = 16;
 constexpr Seconds readTimeout{0.15};
-// Only to look again: the flag that ends the loop ends this wait as well.
-constexpr Seconds acceptTimeout{60};
 
 } // namespace
 
@@ -62,9 +61,13 @@ void CompletionServer::stop()
 void CompletionServer::acceptEvents(const ListeningSocket& listening, const OnEvent& onEvent)
 {
     while (!stopping_->isRaised()) {
-        const auto connection = listening.accept(*stopping_, acceptTimeout);
-        if (auto event = connection ? readEvent(*connection) : std::nullopt)
-            callbacks_.async([onEvent, event = std::move(*event)] { onEvent(event); });
+        try {
+            const auto connection = listening.accept(*stopping_);
+            if (auto event = connection ? readEvent(*connection) : std::nullopt)
+                callbacks_.async([onEvent, event = std::move(*event)] { onEvent(event); });
+        } catch (const std::bad_alloc&) {
+            // This event is lost, which the channel may do; the next one need not be.
+        }
     }
 }
 

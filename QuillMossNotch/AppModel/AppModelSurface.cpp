@@ -55,7 +55,7 @@ void AppModel::copyRequest(const ApprovalRequest& request)
 {
     const Change change(*this);
     outside_.pasteboard.setText(state_.interaction.showAllParameters
-                                    ? request.toolInputJSON
+                                    ? request.toolInputJSON.string()
                                     : ApprovalPresentation(request).primaryText);
     state_.copiedRequestID = request.id;
     copiedWork_ = outside_.mainQueue.after(copiedMark, [this] {

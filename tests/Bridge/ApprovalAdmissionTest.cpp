@@ -27,34 +27,37 @@ ApprovalRequest goodRequest()
     };
 }
 
-TEST(ApprovalAdmission, refusesWhatNobodyMayBeAskedAndAdmitsTheUnusual)
+template <class Field> ApprovalRequest with(Field ApprovalRequest::*field, const std::string& text)
 {
-    struct Row {
-        std::string ApprovalRequest::*field;
-        std::string text;
-        bool admitted;
-    };
-    for (const auto& row : {
-             Row{&ApprovalRequest::id, "0D9F2F6C-1D6E-4E57-9C1B-0A1B2C3D4E5G", false},
-             Row{&ApprovalRequest::id, "0d9f2f6c-1d6e-4e57-9c1b-0a1b2c3d4e5f", true},
-             Row{&ApprovalRequest::eventName, "NativeApproval", false},
-             Row{&ApprovalRequest::toolName, "ask_user_question", false},
-             Row{&ApprovalRequest::toolName, "", true},
-             Row{&ApprovalRequest::sessionID, "", true},
-             Row{&ApprovalRequest::cwd, "", true},
-             Row{&ApprovalRequest::source, "汉", true},
-             Row{&ApprovalRequest::toolInputJSON, "{}", true},
-             Row{&ApprovalRequest::toolInputJSON, "[]", false},
-             Row{&ApprovalRequest::toolInputJSON, "{}x", false},
-             Row{&ApprovalRequest::toolInputJSON, "", false},
-             Row{&ApprovalRequest::toolInputJSON, "{\"a\":\"\xFF\"}", false},
-         }) {
-        auto request = goodRequest();
-        request.*row.field = row.text;
-        EXPECT_EQ(admittedRequest(request.serialize(), now),
-            row.admitted ? std::optional(request) : std::nullopt)
-            << row.text;
-    }
+    auto request = goodRequest();
+    request.*field = text;
+    return request;
+}
+
+TEST(ApprovalAdmission, admitsTheUnusual)
+{
+    using Request = ApprovalRequest;
+    for (const auto& request : {goodRequest(), with(&Request::toolName, ""),
+             with(&Request::id, "0d9f2f6c-1d6e-4e57-9c1b-0a1b2c3d4e5f"),
+             with(&Request::sessionID, ""), with(&Request::cwd, ""), with(&Request::source, "汉"),
+             with(&Request::toolInputJSON, "{}"),
+             with(&Request::toolInputJSON, R"( {"a":[1,{"b":null}],"a":2} )")})
+        EXPECT_EQ(admittedRequest(request.serialize(), now), request) << request.serialize();
+    auto nested = goodRequest().serialize();
+    nested.insert(1, R"("x":{"id":1,"y":[{}]},)");
+    EXPECT_EQ(admittedRequest(nested, now), goodRequest());
+}
+
+TEST(ApprovalAdmission, refusesWhatNobodyMayBeAsked)
+{
+    using Request = ApprovalRequest;
+    for (const auto& request : {with(&Request::id, "0D9F2F6C-1D6E-4E57-9C1B-0A1B2C3D4E5G"),
+             with(&Request::eventName, "NativeApproval"),
+             with(&Request::toolName, "ask_user_question"), with(&Request::toolInputJSON, "[]"),
+             with(&Request::toolInputJSON, "{}x"), with(&Request::toolInputJSON, ""),
+             with(&Request::toolInputJSON, R"({"a":[1,{"b":nul}]})"),
+             with(&Request::toolInputJSON, "{\"a\":[\"\xFF\"]}")})
+        EXPECT_FALSE(admittedRequest(request.serialize(), now)) << request.serialize();
 }
 
 TEST(ApprovalAdmission, refusesALapsedRequestAndCutsAnExpiryThatIsTooFarAhead)

@@ -6,25 +6,27 @@
 #include "Bridge/HookClient.h"
 #include "Transport/Framing.h"
 #include "support/Connections.h"
+#include "support/ShortMemory.h"
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 #include "support/Trace.h"
 
+#include <algorithm>
 #include <future>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace notch {
 namespace {
 
 constexpr Seconds ample{30};
-constexpr std::string_view idWithoutNumber = "0D9F2F6C-1D6E-4E57-9C1B-0A1B2C3D4E";
 
-// Lapses only after every wait of these tests. Numbers have two digits.
-ApprovalRequest request(int number, Seconds lifetime = ample + Seconds{15})
+// Lapses only after every wait of these tests.
+ApprovalRequest request(const std::string& tool, Seconds lifetime = ample + Seconds{15})
 {
     return {
-        .id = std::string(idWithoutNumber) + std::to_string(number),
-        .toolName = "Bash",
+        .id = UUID::random().text(),
+        .toolName = tool,
         .toolInputJSON = "{}",
         .eventName = "PermissionRequest",
         .expiresAt = Date::now() + lifetime,
@@ -40,29 +42,28 @@ protected:
     ApprovalBridge::Callbacks callbacks()
     {
         return {
-            .onRequest = [this](const auto& asked) { add("request ", asked.id); },
-            .onRemoval = [this](const auto& id) { add("removal ", id); },
+            .onRequest =
+                [this](const auto& asked) {
+                    exemptFromShortMemory();
+                    tools[asked.id] = asked.toolName;
+                    trace.add("request " + asked.id);
+                },
+            .onRemoval = [this](const auto& id) { trace.add("removal " + tools.at(id)); },
             .onUnreachable = [this] { trace.add("unreachable"); },
         };
     }
 
-    void add(const std::string& word, const std::string& id)
+    // The id under which the server hands over its next request.
+    std::string nextID()
     {
-        trace.add(word + id.substr(idWithoutNumber.size()));
+        const auto line = trace.next();
+        EXPECT_TRUE(line.starts_with("request ")) << line;
+        return line.substr(std::min<std::size_t>(line.size(), 8));
     }
 
-    // A hook whose request the server has taken.
-    Answer ask(const ApprovalRequest& asked)
+    Answer ask(const ApprovalRequest& asked) const
     {
-        auto answer =
-            std::async(std::launch::async, [this, asked] { return client.exchange(asked); });
-        EXPECT_EQ(trace.next(), "request " + asked.id.substr(idWithoutNumber.size()));
-        return answer;
-    }
-    Answer ask(int number) { return ask(request(number)); }
-    bool decide(int number, Decision decision)
-    {
-        return server.decide(request(number).id, decision);
+        return std::async(std::launch::async, [this, asked] { return client.exchange(asked); });
     }
 
     // A connection on which the line was sent, as a hook does.
@@ -77,27 +78,20 @@ protected:
     TemporaryDirectory temporary;
     BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
     HookClient client{place.directory()};
+    std::map<std::string, std::string> tools; // By the id; of the callbacks' thread alone.
     Trace trace;
     ApprovalServer server{place.directory()};
 };
 
-TEST_F(ApprovalServerTest, relaysTheFirstDecisionOnEachRequest)
+TEST_F(ApprovalServerTest, relaysADecisionToTheHookAtOnce)
 {
-    struct Row {
-        int number;
-        Decision decision;
-        std::optional<Decision> answer;
-    };
     const auto start = Uptime::now();
-    std::array<Answer, 3> answers{ask(10), ask(11), ask(12)};
-    EXPECT_FALSE(decide(13, Decision::allow));
-    for (const auto& row : {Row{11, Decision::deny, Decision::deny},
-             Row{10, Decision::allow, Decision::allow}, Row{12, Decision::passthrough, {}}}) {
-        EXPECT_TRUE(decide(row.number, row.decision));
-        EXPECT_FALSE(decide(row.number, Decision::allow));
-        EXPECT_EQ(answers.at(row.number - 10U).get(), row.answer) << row.number;
-        EXPECT_EQ(trace.next(), "removal " + std::to_string(row.number));
-        EXPECT_FALSE(decide(row.number, Decision::allow));
+    for (const auto decision : {Decision::deny, Decision::allow, Decision::passthrough}) {
+        auto answer = ask(request("Bash"));
+        EXPECT_TRUE(server.decide(nextID(), decision));
+        EXPECT_EQ(answer.get(),
+            decision == Decision::passthrough ? std::nullopt : std::optional(decision));
+        EXPECT_EQ(trace.next(), "removal Bash");
     }
     EXPECT_LT(Uptime::now() - start, ample);
 }
@@ -106,58 +100,69 @@ TEST_F(ApprovalServerTest, relaysTheFirstDecisionOnEachRequest)
 TEST_F(ApprovalServerTest, letsARequestLapse)
 {
     const auto start = Uptime::now();
-    auto answer = ask(request(11, Seconds{0.5}));
+    auto answer = ask(request("Bash", Seconds{0.5}));
+    const auto id = nextID();
     {
         const BentClock clock(BentClock::Bend::setForward);
-        EXPECT_FALSE(decide(11, Decision::allow));
+        EXPECT_FALSE(server.decide(id, Decision::allow));
     }
     const BentClock clock(BentClock::Bend::setBack);
     EXPECT_EQ(answer.get(), std::nullopt);
     EXPECT_GE(Uptime::now() - start, Seconds{0.45}); // The two clocks may drift a little.
-    EXPECT_EQ(trace.next(), "removal 11");
-    EXPECT_FALSE(decide(11, Decision::allow));
+    EXPECT_EQ(trace.next(), "removal Bash");
+    EXPECT_FALSE(server.decide(id, Decision::allow));
 }
 
 TEST_F(ApprovalServerTest, closesOnWhatIsNoNewRequestAndSaysNothing)
 {
-    auto first = ask(11);
-    const auto other = request(12).serialize();
-    for (const auto& line : {request(11).serialize(), request(12, Seconds{-1}).serialize(),
+    const auto first = request("Bash");
+    auto same = first;
+    std::ranges::transform(
+        first.id, same.id.begin(), [](unsigned char c) { return std::tolower(c); });
+    auto answer = ask(first);
+    const auto id = nextID();
+    const auto other = request("Read").serialize();
+    for (const auto& line : {same.serialize(), request("Read", Seconds{-1}).serialize(),
              other + "\n" + other, std::string("{}"), std::string(maximumBridgePayload, '[')})
         EXPECT_TRUE(isClosed(sent(line))) << line.substr(0, 80);
-    EXPECT_TRUE(decide(11, Decision::deny));
-    EXPECT_EQ(first.get(), Decision::deny);
-    EXPECT_EQ(trace.next(), "removal 11");
+    EXPECT_TRUE(server.decide(id, Decision::deny));
+    EXPECT_EQ(answer.get(), Decision::deny);
+    EXPECT_EQ(trace.next(), "removal Bash");
     server.stop();
     EXPECT_TRUE(trace.empty());
 }
 
+// A hook that uses the id of one that has gone gets nothing that was meant for the other.
 TEST_F(ApprovalServerTest, endsTheWaitOfAHookThatGoesOrSpeaksAgain)
 {
+    const auto line = request("Bash").serialize();
+    std::string gone;
     for (const bool goes : {true, false}) {
-        auto connection = sent(request(11).serialize());
-        EXPECT_EQ(trace.next(), "request 11");
+        auto connection = sent(line);
+        const auto id = nextID();
+        EXPECT_FALSE(server.decide(gone, Decision::allow));
         if (goes) {
             connection = {};
         } else {
             sendBytes(connection, "\n");
             EXPECT_TRUE(isClosed(connection));
         }
-        EXPECT_EQ(trace.next(), "removal 11");
-        EXPECT_FALSE(decide(11, Decision::allow));
+        EXPECT_EQ(trace.next(), "removal Bash");
+        EXPECT_FALSE(server.decide(id, Decision::allow));
+        gone = id;
     }
 }
 
 TEST_F(ApprovalServerTest, holdsThirtyTwoAndClosesTheNext)
 {
     std::vector<UniqueFd> waiting;
-    for (int number = 10; number < 42; ++number) {
-        waiting.push_back(sent(request(number).serialize()));
-        EXPECT_EQ(trace.next(), "request " + std::to_string(number));
+    for (int i = 0; i < 32; ++i) {
+        waiting.push_back(sent(request("Bash").serialize()));
+        nextID();
     }
     const auto oneMore = place.connect();
     ASSERT_TRUE(oneMore);
-    sendBytes(*oneMore, request(42).serialize() + "\n");
+    sendBytes(*oneMore, request("Read").serialize() + "\n");
     EXPECT_TRUE(isClosed(*oneMore));
 
     const auto before = Uptime::now();
@@ -165,7 +170,7 @@ TEST_F(ApprovalServerTest, holdsThirtyTwoAndClosesTheNext)
     EXPECT_LT(Uptime::now() - before, Seconds{5});
     for (const auto& connection : waiting) {
         EXPECT_TRUE(isClosed(connection));
-        EXPECT_TRUE(trace.next().starts_with("removal "));
+        EXPECT_EQ(trace.next(), "removal Bash");
     }
     EXPECT_FALSE(place.identity());
 }
@@ -178,39 +183,60 @@ TEST_F(ApprovalServerTest, startsAgainAfterAStop)
     EXPECT_EQ(ApprovalServer(place.directory()).start({}), running);
     server.stop();
     server.stop();
-    EXPECT_EQ(client.exchange(request(11)), std::nullopt);
+    EXPECT_EQ(client.exchange(request("Bash")), std::nullopt);
     ASSERT_FALSE(server.start(callbacks()));
-    auto answer = ask(11);
-    EXPECT_TRUE(decide(11, Decision::allow));
+    auto answer = ask(request("Bash"));
+    EXPECT_TRUE(server.decide(nextID(), Decision::allow));
     EXPECT_EQ(answer.get(), Decision::allow);
 }
 
 TEST_F(ApprovalServerTest, tellsOnceThatHooksCannotReachIt)
 {
-    auto waiting = ask(11);
+    auto waiting = ask(request("Bash"));
+    const auto id = nextID();
     ASSERT_EQ(::unlink(place.path().c_str()), 0);
     EXPECT_EQ(trace.next(), "unreachable");
 
     ApprovalServer other(place.directory());
     ASSERT_FALSE(other.start({}));
-    EXPECT_TRUE(decide(11, Decision::allow));
+    EXPECT_TRUE(server.decide(id, Decision::allow));
     EXPECT_EQ(waiting.get(), Decision::allow);
-    EXPECT_EQ(trace.next(), "removal 11");
+    EXPECT_EQ(trace.next(), "removal Bash");
     server.stop();
     EXPECT_TRUE(trace.empty());
     EXPECT_TRUE(place.isSafe()) << "the other server's path is not this one's to remove";
 }
 
+// Every allocation of the server's threads fails once.
+TEST_F(ApprovalServerTest, losesOneConnectionForWantOfMemoryAndServesTheNext)
+{
+    server.stop();
+    ASSERT_FALSE(server.start({.onRequest = [this](const auto& asked) {
+        exemptFromShortMemory();
+        server.decide(asked.id, Decision::allow);
+    }}));
+    bool failed = true;
+    for (std::size_t after = 0; failed; ++after) {
+        std::optional<Decision> answer;
+        {
+            const ShortMemory memory(after);
+            answer = client.exchange(request("Bash"));
+            failed = memory.hasFailed();
+        }
+        EXPECT_TRUE(failed || answer == Decision::allow) << after;
+        EXPECT_EQ(client.exchange(request("Bash")), Decision::allow) << after;
+    }
+}
+
 TEST_F(ApprovalServerTest, staysSoundWhenEverythingHappensAtOnce)
 {
     std::vector<Answer> hooks;
-    for (int number = 10; number < 26; ++number)
-        hooks.push_back(std::async(
-            std::launch::async, [this, number] { return client.exchange(request(number)); }));
+    for (int i = 0; i < 16; ++i)
+        hooks.push_back(ask(request("Bash")));
     int accepted = 0;
     for (int i = 0; i < 8; ++i) {
         const auto line = trace.next();
-        if (line.starts_with("request ") && decide(std::stoi(line.substr(8)), Decision::allow))
+        if (line.starts_with("request ") && server.decide(line.substr(8), Decision::allow))
             ++accepted;
     }
     server.stop();
