@@ -59,6 +59,8 @@ int runResident(LaunchOptions options)
     if (instance.otherRuns())
         return success;
     const Toolkit toolkit(Toolkit::Platform::x11);
+    if (!SingleInstance::claimDisplay())
+        return success;
     DesktopOutside outside;
     AppDelegate delegate(outside.seams(), options);
     delegate.launch();

@@ -3,7 +3,6 @@
 
 #include "AppDelegate/AppDelegate.h"
 
-#include "AppDelegate/QuitAlert.h"
 #include "Style/ResourceIcon.h"
 
 #include <QCoreApplication>
@@ -148,7 +147,7 @@ void AppDelegate::showNotch()
 void AppDelegate::expand()
 {
     model_.expand();
-    orderPanelFront();
+    bringForward();
 }
 
 void AppDelegate::openSettings()
@@ -159,13 +158,13 @@ void AppDelegate::openSettings()
 void AppDelegate::demo()
 {
     model_.showDemo(Demo::hook);
-    orderPanelFront();
+    bringForward();
 }
 
 void AppDelegate::demoNative()
 {
     model_.showDemo(Demo::native);
-    orderPanelFront();
+    bringForward();
 }
 
 void AppDelegate::openQuillMoss()
@@ -176,6 +175,15 @@ void AppDelegate::openQuillMoss()
 void AppDelegate::quit()
 {
     quitFlow_.quit();
+}
+
+// Above the question the notch would be in its way, and dead.
+void AppDelegate::bringForward()
+{
+    if (quitFlow_.isAsking())
+        quitAlert_.bringForward();
+    else
+        orderPanelFront();
 }
 
 void AppDelegate::scheduleLayout()
@@ -233,7 +241,7 @@ bool AppDelegate::eventFilter(QObject* receiver, QEvent* event)
     return seen && rules_->inApplication(*seen) == InputRules::Handling::swallow;
 }
 
-// The session's manager asks everybody before it ends the session.
+// The session's manager asks every program before it ends the session.
 void AppDelegate::commitSession(QSessionManager& session)
 {
     if (!quitFlow_.shouldTerminate())
@@ -257,7 +265,7 @@ void AppDelegate::orderPanelOut()
 
 void AppDelegate::ask(const QuitQuestion& question, std::function<void(Answer)> answered)
 {
-    showQuitAlert(question, std::move(answered));
+    quitAlert_.ask(question, std::move(answered));
 }
 
 void AppDelegate::terminate()

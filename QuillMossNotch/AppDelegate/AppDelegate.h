@@ -6,6 +6,7 @@
 #include "AppDelegate/InputRules.h"
 #include "AppDelegate/LaunchOptions.h"
 #include "AppDelegate/NotchStage.h"
+#include "AppDelegate/QuitAlert.h"
 #include "AppDelegate/QuitFlow.h"
 #include "AppDelegate/QuitStage.h"
 #include "AppDelegate/SettingsWindow.h"
@@ -61,6 +62,7 @@ private:
     void startModel();
     void showNotch();
 
+    void bringForward();
     void scheduleLayout();
     void layOut();
     void updateToolTip();
@@ -78,6 +80,7 @@ private:
     LaunchOptions options_;
     AppModel model_;
     QuitFlow quitFlow_;
+    QuitAlert quitAlert_;
     SettingsWindow settingsWindow_;
     // From the launch on:
     std::optional<StatusItem> statusItem_;

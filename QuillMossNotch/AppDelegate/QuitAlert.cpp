@@ -3,16 +3,16 @@
 
 #include "AppDelegate/QuitAlert.h"
 
-#include <QMessageBox>
 #include <QPushButton>
 
 #include <utility>
 
 namespace notch {
 
-void showQuitAlert(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered)
+void QuitAlert::ask(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered)
 {
     auto* const box = new QMessageBox;
+    box_ = box;
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setWindowTitle(QStringLiteral("QuillMoss Notch"));
     box->setIcon(QMessageBox::Question);
@@ -29,9 +29,17 @@ void showQuitAlert(const QuitQuestion& question, std::function<void(QuitStage::A
             box->clickedButton() == leave ? QuitStage::Answer::leave : QuitStage::Answer::stay);
     });
     box->setWindowModality(Qt::ApplicationModal);
-    box->show();
-    box->raise();
-    box->activateWindow();
+    bringForward();
+}
+
+void QuitAlert::bringForward()
+{
+    if (!box_)
+        return;
+    box_->setWindowState(box_->windowState() & ~Qt::WindowMinimized);
+    box_->show();
+    box_->raise();
+    box_->activateWindow();
 }
 
 } // namespace notch

@@ -5,10 +5,21 @@
 
 #include "AppDelegate/QuitStage.h"
 
+#include <QMessageBox>
+#include <QPointer>
+
 namespace notch {
 
-// Puts the question on the screen, in front and with the keyboard. `answered` runs once, later;
-// never when the program ends before.
-void showQuitAlert(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered);
+// The question on the screen, in front and with the keyboard. Main thread.
+class QuitAlert {
+public:
+    // `answered` runs once, later; never when the program ends before.
+    void ask(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered);
+    // Nothing unless it asks.
+    void bringForward();
+
+private:
+    QPointer<QMessageBox> box_; // While it asks; it deletes itself.
+};
 
 } // namespace notch

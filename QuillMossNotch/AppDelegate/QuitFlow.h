@@ -34,6 +34,8 @@ public:
     void signalled(Uptime now);
     // Any termination from outside asks here whether it may go on; if not, the notch has opened.
     bool shouldTerminate();
+    // The question is on the screen, and the notch is not.
+    bool isAsking() const { return confirmingQuit_; }
 
 private:
     bool realRequestsWait() const;
@@ -43,7 +45,7 @@ private:
     AppModel& model_;
     QuitStage& stage_;
     bool explicitQuit_ = false; // Confirmed, or there was nothing to confirm.
-    bool confirmingQuit_ = false; // The question is on the screen.
+    bool confirmingQuit_ = false;
     bool panelWasOnScreen_ = false; // When the question came up.
     std::optional<Uptime> refusedSignal_;
 };

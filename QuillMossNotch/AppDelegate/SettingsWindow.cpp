@@ -23,6 +23,7 @@ void SettingsWindow::show()
         build();
     model_.refreshConfiguredProfiles();
     view_->refresh();
+    view_->setWindowState(view_->windowState() & ~Qt::WindowMinimized);
     view_->show();
     view_->raise();
     view_->activateWindow();

@@ -32,7 +32,7 @@ NotchPanel::NotchPanel()
     // left where it is.
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
                            | Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint)
-    , compositor_([this] { applyShape(); })
+    , compositor_("_NET_WM_CM_S0", [this] { applyShape(); })
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_ShowWithoutActivating);
@@ -148,7 +148,7 @@ void NotchPanel::applyShape()
         viewport_->silhouette(), viewport_->silhouetteOffset(), window.devicePixelRatio());
     setInputRegion(window, pixels);
     visibility_->setArea(boundsOf(pixels));
-    if (compositor_.isPresent())
+    if (compositor_.isHeld())
         clearVisibleRegion(window);
     else
         setVisibleRegion(window, pixels);

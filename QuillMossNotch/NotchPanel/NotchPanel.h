@@ -6,7 +6,7 @@
 #include "NotchPanel/NotchSurface.h"
 #include "NotchPanel/NotchViewport.h"
 #include "NotchPanel/PanelKeyboard.h"
-#include "Platform/Display/Compositor.h"
+#include "Platform/Display/SelectionWatch.h"
 #include "Platform/Display/WindowVisibility.h"
 
 #include <QWidget>
@@ -66,7 +66,7 @@ private:
 
     NotchViewport* viewport_ = nullptr; // A child; null until it is set.
     Rect frame_;
-    Compositor compositor_;
+    SelectionWatch compositor_;
     // From the native window's creation on:
     std::optional<PanelKeyboard> keyboard_;
     std::optional<WindowVisibility> visibility_;

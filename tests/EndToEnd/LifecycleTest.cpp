@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "EndToEnd/NotchOnDesktop.h"
+#include "support/TemporaryDirectory.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -29,6 +30,11 @@ TEST_F(LifecycleTest, aKilledResidentAnswersNobodyAndTheNextStartServes)
 TEST_F(LifecycleTest, aSecondCopyEndsAtOnceAndLeavesTheFirstAlone)
 {
     expectSilence(runProgram(PROGRAM_PATH));
+    const TemporaryDirectory elsewhere;
+    const std::string runtime = std::getenv("XDG_RUNTIME_DIR");
+    ::setenv("XDG_RUNTIME_DIR", elsewhere.path().c_str(), 1);
+    expectSilence(runProgram(PROGRAM_PATH));
+    ::setenv("XDG_RUNTIME_DIR", runtime.c_str(), 1);
     const auto hook = ask();
     click(deny);
     expectAnswer(*hook, "deny");
@@ -70,6 +76,24 @@ TEST_F(LifecycleTest, quittingAsksFirstAndGivesTheRequestsBack)
     click("交回 QuillMoss 并退出");
     EXPECT_EQ(resident_->finish().status, 0);
     expectSilence(hook->finish());
+}
+
+TEST_F(LifecycleTest, theItemOfALateTrayBringsIconifiedSettingsBack)
+{
+    const auto openSettings = [&] { // A reader is told nothing of a menu's entries.
+        other_.clickAt(111, 711);
+        EXPECT_TRUE(waitUntil([&] { return other_.colourAt(120, 690) == OtherProgram::white; }));
+        for (const auto key : {OtherProgram::Key::down, OtherProgram::Key::down})
+            other_.type(key);
+        other_.type(OtherProgram::Key::enter);
+    };
+    ASSERT_TRUE(other_.takeTrayItem(100, 700));
+    openSettings();
+    ASSERT_TRUE(appears("退出 QuillMoss Notch"));
+    ASSERT_TRUE(other_.iconifyActiveWindow());
+    openSettings();
+    click("退出 QuillMoss Notch");
+    EXPECT_EQ(resident_->finish().status, 0);
 }
 
 TEST_F(LifecycleTest, aStartWritesTheSwitchesItWasAskedForAndNoOther)

@@ -47,4 +47,19 @@ xcb_window_t selectionOwner(const char* selection)
     return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
+bool claimSelection(const char* selection)
+{
+    const auto name = atom(selection);
+    const auto window = static_cast<xcb_window_t>(xcb_generate_id(connection()));
+    xcb_create_window(connection(), 0, window, root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+        XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_grab_server(connection()); // Of two that ask at once, one gets it.
+    const bool free = selectionOwner(selection) == XCB_WINDOW_NONE;
+    if (free)
+        xcb_set_selection_owner(connection(), window, name, XCB_CURRENT_TIME);
+    xcb_ungrab_server(connection());
+    xcb_flush(connection());
+    return free;
+}
+
 } // namespace notch::x11

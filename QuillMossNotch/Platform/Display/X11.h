@@ -25,5 +25,7 @@ xcb_connection_t* connection();
 xcb_window_t root();
 xcb_atom_t atom(const char* name);
 xcb_window_t selectionOwner(const char* selection);
+// Takes a selection that nobody holds, until the process ends. False: another program holds it.
+bool claimSelection(const char* selection);
 
 } // namespace notch::x11

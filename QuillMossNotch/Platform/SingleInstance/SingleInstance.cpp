@@ -3,6 +3,8 @@
 
 #include "Platform/SingleInstance/SingleInstance.h"
 
+#include "Platform/Display/X11.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -40,6 +42,12 @@ SingleInstance::SingleInstance(const std::string& directory)
 {
     if (lock_.valid() && isOwnFile(lock_.get()))
         otherRuns_ = ::flock(lock_.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
+bool SingleInstance::claimDisplay()
+{
+    const auto name = "_LOCAL_QUILLMOSS_NOTCH_" + std::to_string(::getuid());
+    return !x11::connection() || x11::claimSelection(name.c_str());
 }
 
 std::string SingleInstance::defaultDirectory()

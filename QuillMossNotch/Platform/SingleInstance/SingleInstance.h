@@ -9,11 +9,12 @@
 
 namespace notch {
 
-// Tells whether another resident application of this user runs, on whatever display.
+// Tells whether another resident application of this user runs, on whatever display, or with
+// another runtime directory on the same display.
 //
-// The mark is a lock that the kernel gives back when its holder ends, however it ends, so that a
-// crash never keeps the next start out. Where no such mark can be set the answer is "no other": two
-// copies then meet at the bridge's socket, which only one of them gets.
+// Both marks end with their holder, however it ends, so that a crash never keeps the next start
+// out: a lock of the kernel's and a selection of the X server's. Where the lock cannot be had the
+// answer is "no other": two copies then meet at the bridge's socket, which only one of them gets.
 class SingleInstance {
 public:
     // Claims the place in `directory`, until this object is destroyed or the process ends.
@@ -23,6 +24,8 @@ public:
     static std::string defaultDirectory();
 
     bool otherRuns() const { return otherRuns_; }
+    // The same for the toolkit's display, with a mark that lasts until the process ends.
+    static bool claimDisplay();
 
 private:
     UniqueFd lock_;

@@ -48,15 +48,9 @@ QIcon badges(const QIcon& shape)
 } // namespace
 
 StatusItem::StatusItem(const QIcon& shape, const QString& description)
-    : icon_(badges(shape))
+    : picture_(badges(shape))
 {
     menu_.setAccessibleName(description);
-    icon_.setContextMenu(&menu_);
-    // A click of either button opens the menu; trays do that only for the right one.
-    QObject::connect(&icon_, &QSystemTrayIcon::activated, &menu_, [this](auto reason) {
-        if (reason == QSystemTrayIcon::Trigger)
-            menu_.popup(QCursor::pos());
-    });
 }
 
 void StatusItem::add(const QString& title, std::function<void()> chosen)
@@ -71,12 +65,28 @@ void StatusItem::addSeparator()
 
 void StatusItem::setToolTip(const QString& text)
 {
-    icon_.setToolTip(text);
+    toolTip_ = text;
+    if (icon_)
+        icon_->setToolTip(text);
 }
 
 void StatusItem::show()
 {
-    icon_.show();
+    arrival_.emplace([this] { place(); });
+}
+
+void StatusItem::place()
+{
+    icon_.emplace(picture_);
+    icon_->setToolTip(toolTip_);
+    icon_->setContextMenu(&menu_);
+    // A click of either button opens the menu; trays do that only for the right one. Two in a row
+    // are two clicks, since the first may have closed the menu.
+    QObject::connect(&*icon_, &QSystemTrayIcon::activated, &menu_, [this](auto reason) {
+        if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick)
+            menu_.popup(QCursor::pos());
+    });
+    icon_->show();
 }
 
 } // namespace notch

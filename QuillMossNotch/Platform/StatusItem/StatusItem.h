@@ -3,20 +3,23 @@
 
 #pragma once
 
+#include "Platform/StatusItem/TrayArrival.h"
+
 #include <QIcon>
 #include <QMenu>
 #include <QSystemTrayIcon>
 
 #include <functional>
+#include <optional>
 
 namespace notch {
 
-// The program's entry in the desktop's tray, with its menu. On a desktop without a tray it is
-// simply not seen.
+// The program's entry in the desktop's tray, with its menu. It is not seen before the desktop has a
+// tray.
 class StatusItem {
 public:
-    // Of the template only the shape counts: it is shown white on a black badge, since nobody here
-    // tells a dark bar from a light one and draws the shape to suit.
+    // Of the template only the shape counts: it is shown white on a black badge, since this
+    // platform does not say whether a bar is dark or light.
     StatusItem(const QIcon& shape, const QString& description);
 
     // Appends to the menu.
@@ -26,8 +29,13 @@ public:
     void show();
 
 private:
+    void place();
+
+    QIcon picture_;
+    QString toolTip_;
     QMenu menu_;
-    QSystemTrayIcon icon_;
+    std::optional<QSystemTrayIcon> icon_; // From the tray's arrival on.
+    std::optional<TrayArrival> arrival_;
 };
 
 } // namespace notch

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Geometry/NotchShape.h"
+#include "support/WaitUntil.h"
 
 #include <xcb/shape.h>
 #include <xcb/xcb.h>
@@ -107,7 +108,12 @@ public:
         press();
         release();
     }
-    enum class Key : std::uint8_t { escape = 9, tab = 23 }; // Of every evdev keyboard.
+    enum class Key : std::uint8_t {
+        escape = 9,
+        tab = 23,
+        enter = 36,
+        down = 116
+    }; // Of every evdev keyboard.
     void type(Key key)
     {
         fake(XCB_KEY_PRESS, static_cast<std::uint8_t>(key));
@@ -140,6 +146,34 @@ public:
         xcb_set_selection_owner(x(), owner_, atom(selection), XCB_CURRENT_TIME);
         settle();
     }
+    // Becomes the desktop's tray, with room for one item here; false when none comes.
+    bool takeTrayItem(int atX, int atY)
+    {
+        claim("_NET_SYSTEM_TRAY_S0");
+        const auto tray = openAbove({atX, atY, 22, 22});
+        return waitUntil([&] {
+            const auto event = owned(xcb_poll_for_event(x()));
+            if (!event || (event->response_type & 0x7F) != XCB_CLIENT_MESSAGE)
+                return false;
+            const auto& asked = reinterpret_cast<xcb_client_message_event_t&>(*event);
+            xcb_reparent_window(x(), asked.data.data32[2], tray, 0, 0);
+            xcb_map_window(x(), asked.data.data32[2]);
+            settle();
+            return asked.type == atom("_NET_SYSTEM_TRAY_OPCODE");
+        });
+    }
+    // As its button in a task bar would do; false when it stays.
+    bool iconifyActiveWindow()
+    {
+        const auto window = activeWindow();
+        xcb_client_message_event_t change{.response_type = XCB_CLIENT_MESSAGE, .format = 32};
+        change.window = window;
+        change.type = atom("WM_CHANGE_STATE");
+        change.data.data32[0] = 3; // IconicState
+        xcb_send_event(x(), 0, screen_->root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+            reinterpret_cast<const char*>(&change));
+        return waitUntil([&] { return activeWindow() != window; });
+    }
     // Publishes bytes on the window with which it claims.
     void publish(const std::string& property, const std::string& bytes)
     {
@@ -156,6 +190,13 @@ private:
         const auto cookie =
             xcb_intern_atom(x(), 0, static_cast<std::uint16_t>(name.size()), name.c_str());
         return owned(xcb_intern_atom_reply(x(), cookie, nullptr))->atom;
+    }
+    Window activeWindow()
+    {
+        const auto cookie = xcb_get_property(
+            x(), 0, screen_->root, atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
+        const auto reply = owned(xcb_get_property_reply(x(), cookie, nullptr));
+        return *static_cast<Window*>(xcb_get_property_value(reply.get()));
     }
     Window create(std::uint32_t overrideRedirect = 0)
     {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Platform/Display/Compositor.h"
+#include "Platform/Display/SelectionWatch.h"
 
 #include "Platform/Display/X11.h"
 
@@ -9,29 +9,28 @@
 
 #include <xcb/xfixes.h>
 
+#include <cstdint>
 #include <utility>
 
 namespace notch {
 
 namespace {
 
-// The toolkit knows one X screen, and it is the first.
-constexpr const char* compositorSelection = "_NET_WM_CM_S0";
 constexpr std::uint8_t sentEventBit = 0x80;
 
 } // namespace
 
-Compositor::Compositor(std::function<void()> changed)
+SelectionWatch::SelectionWatch(const char* selection, std::function<void()> changed)
     : changed_(std::move(changed))
 {
     auto* connection = x11::connection();
     if (!connection)
         return;
-    present_ = x11::selectionOwner(compositorSelection) != XCB_WINDOW_NONE;
+    held_ = x11::selectionOwner(selection) != XCB_WINDOW_NONE;
     const auto* xfixes = xcb_get_extension_data(connection, &xcb_xfixes_id);
     if (!xfixes || !xfixes->present)
         return;
-    selection_ = x11::atom(compositorSelection);
+    selection_ = x11::atom(selection);
     notifyType_ = xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY;
     xcb_discard_reply(connection,
         xcb_xfixes_query_version(connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION)
@@ -43,13 +42,13 @@ Compositor::Compositor(std::function<void()> changed)
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
-Compositor::~Compositor()
+SelectionWatch::~SelectionWatch()
 {
     if (auto* application = QCoreApplication::instance())
         application->removeNativeEventFilter(this);
 }
 
-bool Compositor::nativeEventFilter(const QByteArray&, void* message, qintptr*)
+bool SelectionWatch::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     const auto* event = static_cast<xcb_generic_event_t*>(message);
     if ((event->response_type & ~sentEventBit) != notifyType_)
@@ -57,8 +56,8 @@ bool Compositor::nativeEventFilter(const QByteArray&, void* message, qintptr*)
     const auto* notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t*>(event);
     if (notify->selection != selection_)
         return false;
-    const bool present = notify->owner != XCB_WINDOW_NONE;
-    if (std::exchange(present_, present) != present)
+    const bool held = notify->owner != XCB_WINDOW_NONE;
+    if (std::exchange(held_, held) != held)
         changed_();
     return false;
 }
