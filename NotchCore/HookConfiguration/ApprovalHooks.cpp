@@ -20,7 +20,8 @@ bool isApprovalCommand(std::string_view command)
         command, HookInstaller::hookFlag, HookInstaller::ownerMarker);
 }
 
-// Other keys of the group may be somebody's own; the matcher decides what the hook is asked about.
+// Other keys of the group may be another program's; the matcher decides what the hook is asked
+// about.
 bool isUnchangedGroup(std::string_view event, const Json::Object& group)
 {
     const auto matcher = group.find("matcher");

@@ -7,8 +7,8 @@
 
 namespace notch {
 
-// The approval hook: one group with one hook in "PermissionRequest". An older form stood in
-// "PreToolUse" and asked about every command; it is recognised and removed, never written.
+// The approval hook: one group with one hook in "PermissionRequest". An older form in
+// "PreToolUse" asked about every command; it is recognised and removed, never written.
 const OwnedHooks& approvalHooks();
 
 // What an installation adds: groups by event.

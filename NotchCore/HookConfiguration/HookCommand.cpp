@@ -41,7 +41,7 @@ std::string checkedCommand(std::string_view executableURL, std::string_view flag
             std::string(source), std::string(HookInstaller::ownerFlag), std::string(marker)});
 }
 
-// Takes one quoted word off the front of `text`; nothing when none stands there.
+// Takes one quoted word off the front of `text`; nothing when it starts otherwise.
 std::optional<std::string> takeQuotedWord(std::string_view& text)
 {
     if (!text.starts_with('\''))

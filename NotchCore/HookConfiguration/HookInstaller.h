@@ -20,8 +20,7 @@ namespace notch {
 // it was. URLs are absolute paths.
 class HookInstaller {
 public:
-    // The one exception of this program: a change of the file is a long row of steps, each of which
-    // may end it.
+    // A change of the file is a long row of steps, each of which may end it.
     class Failure : public std::exception {
     public:
         explicit Failure(std::string text)

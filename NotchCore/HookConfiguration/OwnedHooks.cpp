@@ -28,7 +28,7 @@ void requireUnchanged(
         throw Failure(kind.changedMessage);
 }
 
-// A group somebody gave a key of their own stays, so that the key is not lost.
+// A group with a key that this system never writes stays, so that the key is not lost.
 bool hasForeignKey(const Json::Object& group)
 {
     return std::ranges::any_of(group,

@@ -17,7 +17,7 @@ namespace notch {
 // must look like, and what is said when it does not. Entries of different kinds share nothing, so
 // that installing or removing one kind leaves the other as it is.
 struct OwnedHooks {
-    std::span<const std::string_view> events; // Where its entries stand or once stood.
+    std::span<const std::string_view> events; // That have its entries, or once had them.
     std::int64_t timeout = 0;
     bool (*isOwnedCommand)(std::string_view command) = nullptr;
     // Whether the group of an own entry of this event still has only what this system wrote there.
@@ -39,7 +39,7 @@ Json::Object prune(Json::Object hooks, const OwnedHooks& kind);
 // Changes the file under the lock, with a backup, whose path is the result. Throws
 // HookInstaller::Failure, having changed nothing.
 
-// Puts the groups of each event of `groups` behind those that remain after the prune.
+// Puts the groups of each event of `groups` after those that the prune leaves.
 std::string installHooks(const FileSystem& files, std::string_view settingsURL,
     const OwnedHooks& kind, const Json::Object& groups);
 // `missingMessage`: there is no file.

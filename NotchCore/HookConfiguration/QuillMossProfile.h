@@ -11,8 +11,8 @@
 
 namespace notch {
 
-// The host's editions. They share one application identity; what tells them apart is the word in a
-// hook's --source and the directory of their settings.
+// The host's editions, the one type for them. They share one application identity; what tells them
+// apart is the word in a hook's --source and the directory of their settings.
 enum class QuillMossProfile : std::uint8_t { quillmoss, quillmossAI };
 
 inline constexpr std::array allQuillMossProfiles{

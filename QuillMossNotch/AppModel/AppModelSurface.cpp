@@ -147,7 +147,7 @@ void AppModel::openHost(const std::optional<std::string>& source)
     const auto* current = state_.interaction.current();
     const auto edition = source ? *source : current ? current->source : std::string();
     auto candidates = std::array{quillmoss, quillmossAI};
-    if (edition == "quillmossAI")
+    if (parseQuillMossProfile(edition) == quillmossAI)
         std::ranges::reverse(candidates);
     const auto* const installed = std::ranges::find_if(
         candidates, [&](auto candidate) { return outside_.workspace.isInstalled(candidate); });

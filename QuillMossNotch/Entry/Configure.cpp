@@ -21,7 +21,7 @@ constexpr int failure = 1;
 
 constexpr std::string_view failed = "Configuration failed: ";
 
-// Options that may stand beside --configure; those of the hook's own command line go unheeded.
+// Options that --configure takes, and those of a hook's command line, which it passes over.
 constexpr std::array<std::string_view, 7> knownOptions{"--configure", "--apply", "--remove",
     "--compat-bash", HookInstaller::hookFlag, HookInstaller::sourceFlag, HookInstaller::ownerFlag};
 

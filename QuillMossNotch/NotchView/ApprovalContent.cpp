@@ -5,6 +5,7 @@
 
 #include "Foundation/Json.h"
 #include "Foundation/Utf8.h"
+#include "HookConfiguration/QuillMossProfile.h"
 #include "Interaction/ApprovalPresentation.h"
 #include "Style/VisibleText.h"
 #include "Unicode/Scalars.h"
@@ -24,9 +25,9 @@ bool isNativeCard(const ApprovalRequest& request)
     return request.eventName == nativeApprovalEventName;
 }
 
-std::string_view displayName(std::string_view source)
+std::string_view editionName(std::string_view source)
 {
-    return source == "quillmossAI" ? "QuillMoss AI" : "QuillMoss";
+    return displayName(parseQuillMossProfile(source).value_or(QuillMossProfile::quillmoss));
 }
 
 std::string shortSession(std::string_view sessionID)
@@ -57,7 +58,7 @@ void describeHook(ApprovalContent& content, const ApprovalRequest& request)
     content.originSymbol = Symbol::folder;
     content.origin = trimmed(request.cwd).empty() ? missingDirectory : directory;
     content.source =
-        std::string(displayName(request.source)) + " · " + shortSession(request.sessionID);
+        std::string(editionName(request.source)) + " · " + shortSession(request.sessionID);
     content.sourceToolTip =
         "会话：" + visibleText(request.sessionID, Lines::one) + "\n目录：" + directory;
     content.chip = "超时交回原窗口";

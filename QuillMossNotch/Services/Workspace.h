@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "HookConfiguration/QuillMossProfile.h"
+
 #include <functional>
 #include <string_view>
 
@@ -11,8 +13,8 @@ namespace notch {
 // The host's installed applications and the desktop's settings. Main thread.
 class Workspace {
 public:
-    // Installed applications of the host, by edition.
-    enum class HostApplication { quillmoss, quillmossAI };
+    // Installed applications of the host are told apart by edition.
+    using HostApplication = QuillMossProfile;
 
     virtual ~Workspace() = default;
     virtual bool isInstalled(HostApplication application) const = 0;

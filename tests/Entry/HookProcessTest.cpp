@@ -42,8 +42,8 @@ constexpr long mostKilobytes = 56L * 1024;
 constexpr bool usualStack = true;
 #endif
 
-// A real hook process and a real server of the resident application's kind, at which somebody
-// decides at once.
+// A real hook process and a real server of the resident application's kind, that decides
+// at once.
 class HookProcess : public testing::Test {
 protected:
     void SetUp() override

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// What stands at the file's path, and what the installer and the inspection say of it.
+// What may be found at the file's path, and what the installer and the inspection say of it.
 
 #include "HookConfiguration/SettingsHookConfiguration.h"
 #include "support/OrdinaryUser.h"
