@@ -5,6 +5,7 @@
 
 #include "Style/ActionButton.h"
 #include "Style/NotchStyle.h"
+#include "Style/PlainLabel.h"
 #include "Style/TextLine.h"
 
 #include <QHBoxLayout>
@@ -21,24 +22,13 @@ void showLine(TextLine& line, const std::optional<std::string>& text)
         line.setContent(Symbol::none, *text);
 }
 
-QLabel* quietLabel(QWidget* parent)
-{
-    auto* const label = new QLabel(parent);
-    label->setFont(style::font(11));
-    label->setTextFormat(Qt::PlainText);
-    auto colours = label->palette();
-    colours.setColor(QPalette::WindowText, style::white(0.5));
-    label->setPalette(colours);
-    return label;
-}
-
 } // namespace
 
 IdleSection::IdleSection(AppModel& model, QWidget* parent)
     : QWidget(parent)
     , model_(model)
     , title_(new TextLine(style::font(14, QFont::Medium), style::text, this))
-    , note_(quietLabel(this))
+    , note_(plainLabel(style::font(11), style::white(0.5), this))
     , status_(new TextLine(style::font(10), style::white(0.7), this))
     , completion_(new TextLine(style::font(10), style::white(0.7), this))
     , native_(new TextLine(style::font(10), style::white(0.7), this))

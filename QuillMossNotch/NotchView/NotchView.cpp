@@ -6,10 +6,12 @@
 #include "NotchView/ApprovalSection.h"
 #include "NotchView/CompactButton.h"
 #include "NotchView/CompactContent.h"
+#include "NotchView/CompletionSection.h"
 #include "NotchView/HeaderContent.h"
 #include "NotchView/HeaderSection.h"
 #include "NotchView/IdleContent.h"
 #include "NotchView/IdleSection.h"
+#include "NotchView/QuestionSection.h"
 #include "NotchView/ReceiptSection.h"
 #include "Style/ActionButton.h"
 #include "Style/NotchStyle.h"
@@ -52,6 +54,8 @@ NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     , header_(new HeaderSection(model, content_))
     , approval_(new ApprovalSection(model, clock, content_))
     , receipt_(new ReceiptSection(model, content_))
+    , question_(new QuestionSection(model, content_))
+    , completion_(new CompletionSection(model, content_))
     , idle_(new IdleSection(model, content_))
     , failure_(new TextLine(style::font(10), style::warning, content_))
 {
@@ -93,6 +97,8 @@ void NotchView::build()
     open->addWidget(header_);
     open->addWidget(approval_);
     open->addWidget(receipt_);
+    open->addWidget(question_);
+    open->addWidget(completion_);
     open->addWidget(idle_);
     open->addWidget(failure_);
     failure_->setObjectName(QStringLiteral("failure"));
@@ -120,15 +126,27 @@ void NotchView::showOpenContent()
     header_->present(HeaderContent(*state_));
     receipt_->setVisible(shown == DisplayState::receipt);
     approval_->setVisible(shown == DisplayState::approval);
-    // Not handled: questions and turn ends have no content of their own yet, and none is reported.
-    idle_->setVisible(shown != DisplayState::receipt && shown != DisplayState::approval);
-    if (shown == DisplayState::receipt)
-        receipt_->present(state_->interaction);
-    else if (shown == DisplayState::approval)
-        approval_->present(*state_);
-    else
-        idle_->present(IdleContent(*state_));
+    question_->setVisible(shown == DisplayState::question);
+    completion_->setVisible(shown == DisplayState::completion);
+    idle_->setVisible(shown == DisplayState::idle);
+    present(shown);
     showFailure();
+}
+
+void NotchView::present(DisplayState shown)
+{
+    switch (shown) {
+    case DisplayState::receipt:
+        return receipt_->present(state_->interaction);
+    case DisplayState::approval:
+        return approval_->present(*state_);
+    case DisplayState::question:
+        return question_->present(*state_);
+    case DisplayState::completion:
+        return completion_->present(*state_);
+    case DisplayState::idle:
+        return idle_->present(IdleContent(*state_));
+    }
 }
 
 void NotchView::showFailure()

@@ -16,8 +16,10 @@ namespace notch {
 
 class ApprovalSection;
 class CompactButton;
+class CompletionSection;
 class HeaderSection;
 class IdleSection;
+class QuestionSection;
 class ReceiptSection;
 class TextLine;
 
@@ -52,6 +54,7 @@ protected:
 private:
     void build();
     void showOpenContent();
+    void present(DisplayState shown);
     void showFailure();
     void tick();
 
@@ -64,6 +67,8 @@ private:
     HeaderSection* header_;
     ApprovalSection* approval_;
     ReceiptSection* receipt_;
+    QuestionSection* question_;
+    CompletionSection* completion_;
     IdleSection* idle_;
     TextLine* failure_; // Below whatever the notch shows.
 };

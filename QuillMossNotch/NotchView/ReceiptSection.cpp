@@ -6,10 +6,9 @@
 #include "NotchView/ReceiptContent.h"
 #include "Style/ActionButton.h"
 #include "Style/NotchStyle.h"
-#include "Style/SymbolPath.h"
+#include "Style/SymbolPicture.h"
 #include "Style/TextLine.h"
 
-#include <QPainter>
 #include <QVBoxLayout>
 
 namespace notch {
@@ -32,36 +31,9 @@ QColor colourOf(ReceiptContent::Tint tint)
 
 } // namespace
 
-class ReceiptSection::Picture final : public QWidget {
-public:
-    explicit Picture(QWidget* parent)
-        : QWidget(parent)
-    {
-        setFixedSize(pictureSide, pictureSide);
-    }
-
-    void setSymbol(Symbol symbol, const QColor& colour)
-    {
-        symbol_ = symbol;
-        colour_ = colour;
-        update();
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        paintSymbol(painter, rect(), symbol_, colour_);
-    }
-
-private:
-    Symbol symbol_ = Symbol::none;
-    QColor colour_;
-};
-
 ReceiptSection::ReceiptSection(AppModel& model, QWidget* parent)
     : QWidget(parent)
-    , picture_(new Picture(this))
+    , picture_(new SymbolPicture(pictureSide, this))
     , title_(new TextLine(style::font(18, QFont::DemiBold), style::text, this))
     , note_(new TextLine(style::font(11), style::white(0.5), this))
     , next_(new ActionButton(NotchActionStyle::Role::plain, this))

@@ -10,6 +10,7 @@
 namespace notch {
 
 class ActionButton;
+class SymbolPicture;
 class TextLine;
 
 // What became of the last request.
@@ -21,9 +22,7 @@ public:
     void present(const NotchInteraction& interaction);
 
 private:
-    class Picture;
-
-    Picture* picture_;
+    SymbolPicture* picture_;
     TextLine* title_;
     TextLine* note_;
     ActionButton* next_;

@@ -16,6 +16,7 @@ enum class Symbol : std::uint8_t {
     arrowUpForward,
     arrowUpForwardCircleFill,
     bellBadge,
+    bellBadgeFill,
     checkmark,
     checkmarkCircleFill,
     checkmarkShieldFill,
@@ -42,10 +43,11 @@ enum class Symbol : std::uint8_t {
 };
 
 // Every symbol with the name by which designers and documents call it.
-inline constexpr std::array<std::pair<Symbol, std::string_view>, 26> symbolNames{{
+inline constexpr std::array<std::pair<Symbol, std::string_view>, 27> symbolNames{{
     {Symbol::arrowUpForward, "arrow.up.forward"},
     {Symbol::arrowUpForwardCircleFill, "arrow.up.forward.circle.fill"},
     {Symbol::bellBadge, "bell.badge"},
+    {Symbol::bellBadgeFill, "bell.badge.fill"},
     {Symbol::checkmark, "checkmark"},
     {Symbol::checkmarkCircleFill, "checkmark.circle.fill"},
     {Symbol::checkmarkShieldFill, "checkmark.shield.fill"},

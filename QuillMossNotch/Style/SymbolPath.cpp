@@ -44,6 +44,10 @@ constexpr std::array drawings{
         "M12 4 C8.6 4 6.8 6.4 6.8 9.6 C6.8 13 6 14.6 4.6 16.6 L19.4 16.6 C18.2 15 17.5 13.8 "
         "17.3 11.8 M10 19.8 C10.6 21 13.4 21 14 19.8",
         "O17.2 6.2 3.2"},
+    Drawing{Symbol::bellBadgeFill, "",
+        "M12 3 C7.9 3 5.8 5.9 5.8 9.6 C5.8 13 5 14.6 3.6 17 L20.4 17 C19 15 18.2 13 18.1 10.6 "
+        "C15.4 10.8 13.2 8.9 13.2 6.2 C13.2 5 13.6 4 14.2 3.2 C13.5 3.1 12.8 3 12 3 Z "
+        "M9 18.8 L15 18.8 C14.6 21.8 9.4 21.8 9 18.8 Z O17.6 6.2 3.2"},
     Drawing{Symbol::checkmark, "M4.8 12.8 L9.8 17.8 L19.2 6.6"},
     Drawing{Symbol::checkmarkCircleFill, "", DISC, "M7.4 12.4 L10.7 15.7 L16.6 8.8"},
     Drawing{Symbol::checkmarkShieldFill, "", SHIELD, "M8.2 12 L11 14.9 L15.9 9"},

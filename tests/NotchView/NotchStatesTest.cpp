@@ -176,6 +176,43 @@ TEST(NotchStates, headerNamesTheFirstThatHolds)
         });
 }
 
+TEST(NotchStates, questionIsShownWithTheWayToTheHost)
+{
+    const std::string title = "QuillMoss 等你回答 | 发布说明写给谁看？ | 第 ";
+    const std::string next = "QuillMoss 等你回答 | Q? | 第 ";
+    const std::string rest =
+        " / 2 页 | 仅提醒，请回 QuillMoss 选择或填写。\n这里不会代选、填写、跳过或提交。";
+    const std::string button = "arrow.up.forward 去回答 [仅切回 QuillMoss，不回答、翻页或提交]";
+    expectShown("question-reminder",
+        {
+            {"question", title + "1" + rest + " | " + button},
+            {"question, wait 0.46", title + "1" + rest + " | (+" + button + ')'},
+            {"question, wait 1, page2 Q, page2 Q, open", next + "2" + rest + " | " + button},
+            {"deaf, question, wait 0.46, goAnswer",
+                title + "1" + rest + " | !无法切换，请手动返回 QuillMoss | " + button},
+            {"question, ask A", ""},
+        });
+}
+
+TEST(NotchStates, turnEndIsShownWithTheWayToTheHost)
+{
+    const std::string title =
+        "QuillMoss 本轮已结束 | 请返回原应用查看结果。\n生成、上传等后台任务的状态，以原应用为准。";
+    const std::string dismiss = " | (知道了)";
+    const std::string open =
+        "arrow.up.forward 打开 QuillMoss [仅切回原应用，不选择会话，不操作任务或审批]";
+    const std::string bell = " | +bell.badge.fill";
+    expectShown("completion-reminder",
+        {
+            {"on completionRemindersEnabled, turn", title + dismiss + " | " + open + bell},
+            {"on completionRemindersEnabled, turn, wait 0.46",
+                title + dismiss + " | (+" + open + ')' + bell},
+            {"on completionRemindersEnabled, deaf, turn, wait 0.46, openTurn",
+                title + " | !无法切换，请手动打开 QuillMoss" + dismiss + " | " + open + bell},
+            {"on completionRemindersEnabled, turn, question", ""},
+        });
+}
+
 TEST(NotchStates, headerHasASymbolWhereThereIsNoPicture)
 {
     Scene scene;

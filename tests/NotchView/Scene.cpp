@@ -66,6 +66,10 @@ Scene::Scene()
         outside.monitor.callbacks.onRequest(card(command(next())));
         outside.time.runPosted();
     };
+    operations_["question"] = [this] { wait("发布说明写给谁看？"); };
+    operations_["longQuestion"] = [this] {
+        wait("<b>选哪一个？</b>\u202E\n" + std::string(300, 'q') + "\n一\n二\n三\n四\n五");
+    };
     operations_["trusted"] = [this] { outside.monitor.trusted = true; };
     operations_["unreachable"] = [this] {
         outside.server.callbacks.onUnreachable();
@@ -93,6 +97,14 @@ void Scene::arrive(const ApprovalRequest& request)
 {
     outside.server.callbacks.onRequest(request);
     outside.time.runPosted();
+}
+
+void Scene::wait(const std::string& title)
+{
+    auto question = FakeOutside::question("Q");
+    question.title = title;
+    outside.see(question);
+    outside.see(question);
 }
 
 ShownScene::ShownScene()

@@ -19,6 +19,8 @@ struct Scene : StartedModel {
     // What the hook of most scenes asks.
     ApprovalRequest command(const std::string& id) const;
     void arrive(const ApprovalRequest& request);
+    // The host waits on a question.
+    void wait(const std::string& title);
 };
 
 // With the view of its model on show, laid out as the host would.
