@@ -245,7 +245,22 @@ void AppModel::handleUnreachable()
 
 bool AppModel::isArmed(const std::string& requestID) const
 {
-    return state_.actionReady && state_.interaction.canDecide(requestID, now());
+    return state_.actionReady && state_.interaction.canDecide(requestID, now())
+        && guard_.holds(state_.interaction);
+}
+
+void AppModel::setDisplay(const DecisionDisplay* display)
+{
+    const Change change(*this);
+    guard_.attach(display);
+    disarm();
+}
+
+void AppModel::displayChanged()
+{
+    const Change change(*this);
+    if (guard_.look(outside_.clock.uptime()))
+        armReadiness();
 }
 
 void AppModel::disarm()
@@ -259,18 +274,35 @@ void AppModel::armReadiness()
 {
     disarm();
     const auto guard = std::max(state_.interaction.readyAt() - now(), Seconds{0});
-    if (guard >= readinessCeiling)
+    const auto unseen = guard_.remaining(state_.interaction, outside_.clock.uptime());
+    if (guard >= readinessCeiling || !unseen)
         return;
-    readinessWork_ = outside_.mainQueue.after(guard + readinessSlack, [this] {
-        const Change change(*this);
-        const auto* current = state_.interaction.current();
-        state_.actionReady = current && state_.interaction.canDecide(current->id, now());
+    readinessWork_ = outside_.mainQueue.after(std::max(guard + readinessSlack, *unseen), [this] {
+        if (!guard_.isAttached()) {
+            arm();
+            return;
+        }
+        // After all that has waited if the main thread stood still: it must meet no armed button.
+        readinessWork_ = outside_.mainQueue.after(Seconds{0}, [this] { arm(); });
     });
 }
 
-std::optional<AppModel::ArmedPress> AppModel::press(const std::string& requestID) const
+void AppModel::arm()
 {
-    if (!isArmed(requestID))
+    const Change change(*this);
+    if (guard_.look(outside_.clock.uptime())) {
+        armReadiness();
+        return;
+    }
+    const auto* current = state_.interaction.current();
+    state_.actionReady = current && state_.interaction.canDecide(current->id, now());
+    guard_.arm();
+}
+
+std::optional<AppModel::ArmedPress> AppModel::press(
+    const std::string& requestID, const std::optional<InputTime>& at) const
+{
+    if (!isArmed(requestID) || !guard_.counts(at))
         return std::nullopt;
     return ArmedPress{.requestID = requestID, .arming = readinessGeneration_};
 }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "AppModel/CompletionReminders.h"
+#include "AppModel/DecisionGuard.h"
 #include "AppModel/DemoRequest.h"
 #include "AppModel/QuestionReminders.h"
 #include "AppModel/ReminderCallbacks.h"
@@ -119,8 +120,16 @@ public:
     // Termination: turn ends, server, native monitor, in this order. Nothing is answered by it.
     void stop();
 
-    // Nothing unless the buttons are armed for this request now.
-    std::optional<ArmedPress> press(const std::string& requestID) const;
+    // From now on the buttons are armed only for what this shows; null when it is gone. Borrowed.
+    void setDisplay(const DecisionDisplay* display);
+    // A frame is on the screen, or what was on it has gone, moved or been covered.
+    void displayChanged();
+    // The person pressed somewhere on the desktop.
+    void notePress(InputTime press) { guard_.notePress(press); }
+
+    // Nothing unless the buttons are armed for this request now, and were when the person acted.
+    std::optional<ArmedPress> press(
+        const std::string& requestID, const std::optional<InputTime>& at = {}) const;
     // Decides if the press still holds; otherwise nothing happens.
     void release(const ArmedPress& press, Decision decision);
     // The one path by which a decision leaves.
@@ -217,6 +226,7 @@ private:
     void finish(const std::string& id, NotchInteraction::Feedback::Kind kind);
     void disarm();
     void armReadiness();
+    void arm();
     void scheduleFeedbackDismissal();
     void endFeedback();
     void scheduleHover();
@@ -243,6 +253,7 @@ private:
     std::function<void()> changed_;
     int openChanges_ = 0;
     UUID readinessGeneration_ = UUID::random(); // Names one arming; see ArmedPress.
+    DecisionGuard guard_;
     std::shared_ptr<AppModel*> self_ = std::make_shared<AppModel*>(this);
 
     // Each runs only while its handle stands; a later one replaces it.

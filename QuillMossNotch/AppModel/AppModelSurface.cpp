@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace notch {
 namespace {
@@ -48,7 +49,8 @@ void AppModel::selectAdjacent(int offset)
 void AppModel::setShowAllParameters(bool on)
 {
     const Change change(*this);
-    state_.interaction.showAllParameters = on;
+    if (std::exchange(state_.interaction.showAllParameters, on) != on && guard_.isAttached())
+        armReadiness(); // Another form of the request is something else to decide.
 }
 
 void AppModel::copyRequest(const ApprovalRequest& request)

@@ -58,6 +58,43 @@ deny A             | open [B] armed -> server.decide A deny
 )");
 }
 
+TEST(AppModelDecision, refusesWhateverIsNotOnShowByAnyRoad)
+{
+    expectEach("watched, ask A, ask B, frame, wait 1, ..., press A, pressed, allow A",
+        R"(              | yes  open [B] receipt allowed -> server.decide A allow
+blank         | no  open [A] B
+move          | no  open [A] B
+quietly blank | no  open [A] B armed
+quietly move  | no  open [A] B armed
+details       | no  open [A] B details
+switch 1      | no  open A [B]
+)");
+}
+
+TEST(AppModelDecision, refusesAPressWithinADoubleClickOfAnyOtherOrFromBeforeTheArming)
+{
+    std::string burst;
+    for (int click = 0; click < 200; ++click)
+        burst += "click, wait 0.3, ";
+    expectEach("watched, ask A, frame, ..., press A, pressed",
+        R"(wait 1                      | yes  open [A] armed
+wait 1, click               | yes  open [A] armed
+wait 1, click, wait 0.399   | no  open [A] armed
+wait 1, click, wait 0.4     | yes  open [A] armed
+wait 0.2, click, wait 0.3   | no  open [A] armed
+)");
+    StartedModel model;
+    const auto early = *model.outside.display.inputTime();
+    EXPECT_EQ(model.after("watched, ask A, frame, " + burst + "click, press A, pressed"),
+        "no  open [A] armed");
+    model.play("wait 1");
+    EXPECT_FALSE(model.model.press("A", early)) << "it waited while the main thread stood still";
+    const auto made = *model.outside.display.inputTime();
+    for (std::uint32_t later = 0; later < 100; ++later)
+        model.model.notePress({made.milliseconds + later});
+    EXPECT_FALSE(model.model.press("A", made)) << "what came before it is forgotten";
+}
+
 TEST_F(AppModelTest, leavesTheArmedRequestAloneWhenAnotherComesOrGoes)
 {
     expectTrace(R"(ask A, wait 1, ask B, ask C | open [A] B C armed

@@ -15,6 +15,7 @@ public:
     explicit Walk(unsigned seed)
         : random_(seed)
     {
+        model.setDisplay(&outside.display);
         model.subscribe([this] { look(); });
     }
 
@@ -26,6 +27,8 @@ public:
         const auto before = seen_;
         step.take();
         judgeDecisions(before, step.clicks);
+        if (below(4) != 0)
+            show(decision());
         look();
     }
 
@@ -37,9 +40,9 @@ private:
         std::function<void()> take;
         bool clicks = false; // A person does, on a button.
     };
-    // The request that could be clicked, as a person sees it: open, without a receipt over it.
+    // What a person could decide: on the screen, open, without a receipt over it.
     struct Seen {
-        std::string id;
+        std::optional<ShownDecision> decision;
         double since = 0;
     };
 
@@ -50,17 +53,17 @@ private:
     // After every operation, those of timers included.
     void look()
     {
-        const bool visible = interaction().expanded() && !interaction().feedback();
-        const auto id = visible ? interaction().currentID().value_or("") : "";
-        if (id != seen_.id)
-            seen_ = {id, outside.time.uptime().seconds};
+        const auto& shown = outside.display.shown;
+        const bool visible = interaction().expanded() && shown && decision()
+                          && shown->requestID == decision()->requestID
+                          && shown->showsAllParameters == decision()->showsAllParameters;
+        const auto seen = visible ? shown : std::nullopt;
+        if (seen != seen_.decision)
+            seen_ = {seen, outside.time.uptime().seconds};
         std::set<std::string> ids;
         for (const auto& request : interaction().requests())
             EXPECT_TRUE(ids.insert(request.id).second) << request.id << " is queued twice";
-        if (state().actionReady) {
-            EXPECT_FALSE(seen_.id.empty());
-            EXPECT_GE(seenFor(seen_), 0.45 - rounding);
-        }
+        EXPECT_TRUE(!state().actionReady || decision());
     }
 
     void judgeDecisions(const Seen& before, bool clicked)
@@ -71,7 +74,8 @@ private:
                 continue;
             const auto id = call.substr(at + 8, call.rfind(' ') - at - 8);
             EXPECT_TRUE(clicked);
-            EXPECT_EQ(id, before.id) << "it was not on screen";
+            ASSERT_TRUE(before.decision) << "nothing was on screen";
+            EXPECT_EQ(id, before.decision->requestID) << "another one was on screen";
             EXPECT_GE(seenFor(before), 0.45 - rounding);
             EXPECT_LT(id.size(), UUID::random().text().size()) << "it was a demonstration";
             EXPECT_TRUE(decided_.insert(id).second) << id << " was decided twice";
@@ -101,7 +105,7 @@ private:
     {
         outside.time.advance(Seconds{0.05 * static_cast<double>(1 + below(12))});
         const auto* current = interaction().current();
-        if (!seen_.id.empty() && seenFor(seen_) > 0.47 && current->expiresAt > outside.time.now()) {
+        if (seen_.decision && seenFor(seen_) > 0.47 && current->expiresAt > outside.time.now()) {
             EXPECT_TRUE(state().actionReady) << "a person could never answer";
         }
     }
@@ -114,6 +118,17 @@ private:
     {
         if (!known_.empty())
             model.decide(known_[below(known_.size())], anyDecision());
+    }
+    // With or without a click that is handled before the model is told.
+    void change(const char* what)
+    {
+        if (!outside.display.shown)
+            return;
+        play(std::string("quietly ") + what);
+        look();
+        if (below(2) == 0)
+            click();
+        model.displayChanged();
     }
     void press()
     {
@@ -137,6 +152,9 @@ private:
         {"wait", [this] { wait(); }},
         {"wait", [this] { wait(); }},
         {"wait", [this] { wait(); }},
+        {"disappear", [this] { change("blank"); }},
+        {"move", [this] { change("move"); }},
+        {"details", [this] { model.setShowAllParameters(below(2) == 0); }},
         {"click", [this] { click(); }, true},
         {"click", [this] { click(); }, true},
         {"stale click", [this] { staleClick(); }, true},
@@ -165,7 +183,7 @@ TEST(AppModelWalk, decidesOnlyWhatAPersonSawAndClicked)
     for (unsigned seed = first; seed != first + 40; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Walk walk(seed);
-        for (int step = 0; step < 500 && !testing::Test::HasFailure(); ++step)
+        for (int step = 0; step < 1000 && !testing::Test::HasFailure(); ++step)
             walk.step();
         decisions += walk.decisions();
     }

@@ -20,6 +20,10 @@ namespace notch {
 // what went to the pasteboard, "message" the line of status text. Questions go by their flow, turns
 // by their session; "question" and "turn" bring up one of each. "…Late" uses the token that was
 // kept.
+//
+// From "watched" on the model has a screen: "frame" draws what there is to decide, "blank" and
+// "move" take it away and to another place, which "quietly" keeps from the model; "click" is a
+// press somewhere on the desktop.
 class StartedModel : public TracePlayer {
 public:
     StartedModel()
@@ -72,7 +76,14 @@ public:
             {"details", [this] { model.setShowAllParameters(true); }},
             {"copy", [this] { model.copyRequest(*interaction().current()); }},
             {"pasted", [this] { answer(outside.pasteboard.text); }},
-            {"press", [this] { press_ = model.press(id()); }},
+            {"watched", [this] { model.setDisplay(&outside.display); }},
+            {"frame", [this] { show(decision()); }},
+            {"blank", [this] { show(std::nullopt); }},
+            {"move",
+                [this] { ++outside.display.shown->buttons[1].y, show(outside.display.shown); }},
+            {"quietly", [this] { quiet_ = true; }},
+            {"click", [this] { model.notePress(*outside.display.inputTime()); }},
+            {"press", [this] { press_ = model.press(id(), outside.display.inputTime()); }},
             {"pressed", [this] { answer(press_.has_value()); }},
             {"release", [this] { model.release(press_.value(), Decision::allow); }},
             {"allow", [this] { model.decide(outside.hookRequest(id()), Decision::allow); }},
@@ -89,6 +100,21 @@ public:
 
     const AppModelState& state() const { return model.state(); }
     const NotchInteraction& interaction() const { return model.state().interaction; }
+
+    // What there is to decide, as it would be drawn.
+    std::optional<ShownDecision> decision() const
+    {
+        const auto id = interaction().currentID();
+        if (!id || interaction().feedback())
+            return std::nullopt;
+        return ShownDecision{*id, interaction().showAllParameters, {}};
+    }
+    void show(const std::optional<ShownDecision>& shown)
+    {
+        outside.display.shown = shown;
+        if (!std::exchange(quiet_, false))
+            model.displayChanged();
+    }
 
     FakeOutside outside;
     AppModel model{outside.seams()};
@@ -155,6 +181,7 @@ private:
             turnToken_ = turnToken();
     }
 
+    bool quiet_ = false;
     std::optional<AppModel::ArmedPress> press_;
     std::optional<QuestionReminderState::PresentationToken> questionToken_;
     UUID turnToken_;

@@ -132,6 +132,23 @@ struct FakeWorkspace final : Workspace, CallNoter {
     std::function<void()> openFailed; // Of the last open().
 };
 
+// A screen that shows what it is told, and whose server counts in the test's own time.
+struct FakeDisplay final : DecisionDisplay {
+    explicit FakeDisplay(const Clock& given)
+        : clock(given)
+    {
+    }
+    std::optional<ShownDecision> onShow() const override { return shown; }
+    std::optional<InputTime> inputTime() const override
+    {
+        return InputTime{static_cast<std::uint32_t>(clock.uptime().seconds * 1000)};
+    }
+    Seconds doubleClickInterval() const override { return Seconds{0.4}; }
+
+    const Clock& clock;
+    std::optional<ShownDecision> shown;
+};
+
 struct FakePasteboard final : Pasteboard {
     void setText(const std::string& given) override { text = given; }
 
@@ -168,6 +185,7 @@ struct FakeOutside {
     FakePreferences preferences;
     FakePasteboard pasteboard;
     FakeWorkspace workspace{calls};
+    FakeDisplay display{time}; // A model has none until it is given one.
     std::optional<std::vector<std::string>> profiles{{"QuillMoss"}};
 
     AppModel::Outside seams()
