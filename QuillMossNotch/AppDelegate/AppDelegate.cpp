@@ -115,8 +115,11 @@ void AppDelegate::startMonitors()
 {
     rules_.emplace(model_, notch_->panel(), [this] { notch_->refreshHit(); });
     QCoreApplication::instance()->installEventFilter(this);
-    pointerMonitor_.emplace(
-        [this](PointerMonitor::Event event) { rules_->systemWide(systemWideEvent(event)); });
+    pointerMonitor_.emplace(PointerMonitor::Handlers{
+        .elsewhere =
+            [this](PointerMonitor::Event event) { rules_->systemWide(systemWideEvent(event)); },
+        .pressed = [this](quint32 time) { model_.notePress(InputTime{time}); },
+    });
 }
 
 void AppDelegate::watchForTermination()

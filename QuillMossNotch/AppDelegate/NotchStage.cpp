@@ -43,9 +43,14 @@ NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Reques
           .scheduleAnother = std::move(requests.scheduleLayout),
           .refreshHit = [this] { refreshHit(); },
       })
+    , decisionWatch_(model, panel_, view_, animator_)
 {
     animator_.frameDidChange = [this] { refreshHit(); };
-    panel_.surfaceHidden = [this] { raising_.hidden(); };
+    panel_.surfaceHidden = [this] {
+        decisionWatch_.coverChanged();
+        raising_.hidden();
+    };
+    panel_.surfaceUncovered = [this] { decisionWatch_.coverChanged(); };
 }
 
 void NotchStage::layOut()

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "AppDelegate/DecisionWatch.h"
 #include "AppModel/AppModel.h"
 #include "NotchPanel/HitRefresh.h"
 #include "NotchPanel/LayoutPass.h"
@@ -48,6 +49,7 @@ private:
     HitRefresh hitRefresh_;
     Screens screens_;
     LayoutPass layoutPass_;
+    DecisionWatch decisionWatch_;
 };
 
 } // namespace notch

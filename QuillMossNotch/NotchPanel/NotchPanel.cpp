@@ -136,7 +136,15 @@ bool NotchPanel::eventFilter(QObject* object, QEvent* event)
 void NotchPanel::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    setEnabled(true);
     applyShape();
+}
+
+// What cannot be seen cannot be pressed either, by a screen reader's action for one.
+void NotchPanel::hideEvent(QHideEvent* event)
+{
+    setEnabled(false);
+    QWidget::hideEvent(event);
 }
 
 void NotchPanel::applyShape()

@@ -47,6 +47,9 @@ public:
     std::function<void()> surfaceHidden;
     std::function<void()> surfaceUncovered;
 
+    // The greater part of the surface is under other windows, as far as that is watched.
+    bool isCovered() const { return visibility_->isHidden(); }
+
     Rect frame() const override { return frame_; }
     void applyFrame(const Rect& frame, double surfaceWidth) override;
     double measureContent(double width) override;
@@ -60,6 +63,7 @@ public:
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     void applyShape();

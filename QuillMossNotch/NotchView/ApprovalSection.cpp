@@ -171,6 +171,13 @@ std::optional<Seconds> ApprovalSection::showTime()
     return line ? std::optional(line->nextChange) : std::nullopt;
 }
 
+ShownDecision ApprovalSection::decision() const
+{
+    return {.requestID = request_->id,
+        .showsAllParameters = !parameters_->isHidden(),
+        .buttons = decision_->buttons()};
+}
+
 void ApprovalSection::copyClicked()
 {
     const auto* current = model_.state().interaction.current();

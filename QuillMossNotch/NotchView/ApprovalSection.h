@@ -27,6 +27,8 @@ public:
     void present(const AppModelState& state);
     // The seconds left, now; when they will read differently, if they will.
     std::optional<Seconds> showTime();
+    // Once a request has been shown.
+    ShownDecision decision() const;
 
 private:
     QLayout* buildTitle();

@@ -47,10 +47,16 @@ void DecisionButton::setRequest(const std::string& requestID, bool armed)
     setEnabled(armed);
 }
 
+void DecisionButton::expectPress(quint64 timestamp)
+{
+    forgetPress();
+    acted_ = InputTime{static_cast<std::uint32_t>(timestamp)};
+}
+
 void DecisionButton::beginPress()
 {
     if (!std::exchange(held_, true))
-        press_ = model_.press(requestID_);
+        press_ = model_.press(requestID_, acted_);
 }
 
 void DecisionButton::click()
@@ -65,12 +71,13 @@ void DecisionButton::forgetPress()
 {
     press_.reset();
     held_ = false;
+    acted_.reset();
 }
 
 void DecisionButton::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
-        forgetPress();
+        expectPress(event->timestamp());
     ActionButton::mousePressEvent(event);
 }
 
@@ -84,7 +91,7 @@ void DecisionButton::mouseReleaseEvent(QMouseEvent* event)
 void DecisionButton::keyPressEvent(QKeyEvent* event)
 {
     if (isPressKey(*event))
-        forgetPress();
+        expectPress(event->timestamp());
     ActionButton::keyPressEvent(event);
 }
 

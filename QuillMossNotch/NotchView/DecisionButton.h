@@ -34,6 +34,7 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void expectPress(quint64 timestamp);
     void beginPress();
     void click();
     void forgetPress();
@@ -41,6 +42,7 @@ private:
     AppModel& model_;
     Decision decision_;
     std::string requestID_;
+    std::optional<InputTime> acted_; // When the press was made; nothing by a screen reader.
     bool held_ = false; // A press has begun and not ended.
     std::optional<AppModel::ArmedPress> press_; // Nothing when it began unarmed.
 };

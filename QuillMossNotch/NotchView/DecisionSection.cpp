@@ -11,6 +11,16 @@
 #include <QVBoxLayout>
 
 namespace notch {
+namespace {
+
+Rect onDesktop(const QWidget& widget)
+{
+    const auto corner = widget.mapToGlobal(QPointF());
+    return {corner.x(), corner.y(), static_cast<double>(widget.width()),
+        static_cast<double>(widget.height())};
+}
+
+} // namespace
 
 DecisionSection::DecisionSection(AppModel& model, QWidget* parent)
     : QWidget(parent)
@@ -90,6 +100,11 @@ void DecisionSection::showTime(const std::optional<TimeLine>& line)
     time_->setContent(Symbol::clock, line->seconds);
     timeNote_->setColour(colour);
     timeNote_->setContent(Symbol::none, line->note);
+}
+
+std::array<Rect, 2> DecisionSection::buttons() const
+{
+    return {onDesktop(*negative_), onDesktop(*positive_)};
 }
 
 } // namespace notch

@@ -8,6 +8,7 @@
 
 #include <QWidget>
 
+#include <array>
 #include <optional>
 
 namespace notch {
@@ -24,6 +25,8 @@ public:
     void setContent(const ApprovalContent& content);
     void present(const ApprovalRequest& request, bool armed);
     void showTime(const std::optional<TimeLine>& line);
+    // Where its buttons are on the desktop.
+    std::array<Rect, 2> buttons() const;
 
 private:
     QLayout* buildTime();

@@ -43,6 +43,13 @@ void invalidateLayouts(QWidget& root)
     root.updateGeometry();
 }
 
+// What cannot be seen cannot be pressed either, by a screen reader's action for one.
+void setOnShow(QWidget& part, bool shows)
+{
+    part.setVisible(shows);
+    part.setEnabled(shows);
+}
+
 } // namespace
 
 NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
@@ -113,7 +120,7 @@ void NotchView::refresh()
     state_ = model_.state();
     compact_->setMetrics(state_->compactWidth, state_->notchHeight);
     compact_->present(CompactContent(*state_));
-    content_->setVisible(state_->isExpanded());
+    setOnShow(*content_, state_->isExpanded());
     if (state_->isExpanded())
         showOpenContent();
     invalidateLayouts(*this);
@@ -124,11 +131,11 @@ void NotchView::showOpenContent()
 {
     const auto shown = displayState(*state_);
     header_->present(HeaderContent(*state_));
-    receipt_->setVisible(shown == DisplayState::receipt);
-    approval_->setVisible(shown == DisplayState::approval);
-    question_->setVisible(shown == DisplayState::question);
-    completion_->setVisible(shown == DisplayState::completion);
-    idle_->setVisible(shown == DisplayState::idle);
+    setOnShow(*receipt_, shown == DisplayState::receipt);
+    setOnShow(*approval_, shown == DisplayState::approval);
+    setOnShow(*question_, shown == DisplayState::question);
+    setOnShow(*completion_, shown == DisplayState::completion);
+    setOnShow(*idle_, shown == DisplayState::idle);
     present(shown);
     showFailure();
 }
@@ -182,6 +189,11 @@ void NotchView::setReducesMotion(bool reduces)
         if (auto* const action = dynamic_cast<ActionButton*>(button))
             action->setReducesMotion(reduces);
     }
+}
+
+std::optional<ShownDecision> NotchView::decision() const
+{
+    return approval_->isVisible() ? std::optional(approval_->decision()) : std::nullopt;
 }
 
 void NotchView::showEvent(QShowEvent* event)

@@ -46,6 +46,8 @@ public:
     int fittingHeight(int width) const;
     // The desktop asks for less motion; false until told.
     void setReducesMotion(bool reduces);
+    // What can be decided here; nothing while no request is on show.
+    std::optional<ShownDecision> decision() const;
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -9,6 +9,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace notch {
 namespace {
@@ -22,8 +23,12 @@ protected:
         show();
         other.moveTo(100, 500);
         synchronise();
-        monitor.emplace([this](PointerMonitor::Event event) {
-            seen += "mdlr"[static_cast<int>(event)]; // Moved, dragged, left, right.
+        monitor.emplace(PointerMonitor::Handlers{
+            .elsewhere =
+                [this](PointerMonitor::Event event) {
+                    seen += "mdlr"[static_cast<int>(event)]; // Moved, dragged, left, right.
+                },
+            .pressed = [this](quint32 time) { presses.push_back(time); },
         });
         synchronise();
     }
@@ -34,6 +39,12 @@ protected:
         synchronise(); // What the monitor asked for on this occasion holds.
         return std::exchange(seen, {});
     }
+    void press(std::uint8_t button = 1)
+    {
+        const auto before = presses.size();
+        other.press(button);
+        EXPECT_TRUE(eventually([&] { return presses.size() == before + 1; }));
+    }
     void release(std::uint8_t button)
     {
         other.release(button);
@@ -43,7 +54,7 @@ protected:
     // The same, with a click beside the surface that is seen as the end: nothing is missing.
     std::string seenSoFar()
     {
-        other.press(3);
+        press(3);
         auto all = seenWith('r');
         release(3);
         EXPECT_TRUE(all.ends_with('r'));
@@ -52,25 +63,27 @@ protected:
 
     std::optional<PointerMonitor> monitor;
     std::string seen;
+    std::vector<quint32> presses;
 };
 
 TEST_F(PointerOnDesktop, tellsPressesElsewhereAndOnlyThose)
 {
-    other.press();
+    press();
     release(1);
     EXPECT_EQ(seenSoFar(), "l");
-    other.press(2);
+    press(2);
     release(2);
     other.press(4); // A wheel step.
     other.release(4);
     EXPECT_EQ(seenSoFar(), "");
     other.moveTo(640, 150);
     EXPECT_EQ(seenWith('m'), "m");
-    other.press();
+    press();
     EXPECT_TRUE(isPressed());
     release(1);
     other.moveTo(100, 500);
     EXPECT_EQ(seenSoFar(), "m");
+    EXPECT_TRUE(std::ranges::is_sorted(presses)) << "each has the server's time";
 }
 
 TEST_F(PointerOnDesktop, freePointerWakesUsOnlyAtTheSurfacesEdge)
@@ -86,7 +99,7 @@ TEST_F(PointerOnDesktop, freePointerWakesUsOnlyAtTheSurfacesEdge)
 
 TEST_F(PointerOnDesktop, dragOntoTheSurfaceIsTold)
 {
-    other.press();
+    press();
     EXPECT_EQ(seenWith('l'), "l");
     // That the pointer crosses the surface's edge may be told besides, before or after.
     other.moveTo(640, 10);

@@ -41,11 +41,12 @@ public:
     void setArea(const PixelRect& area);
     // What is hidden when the watch begins is told at once.
     void set(Watch watch);
+    // The greater part is under other windows, as far as it is being watched.
+    bool isHidden() const;
 
 private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
     void inspect();
-    bool isHidden() const;
 
     QWindow& window_;
     Changes changes_;

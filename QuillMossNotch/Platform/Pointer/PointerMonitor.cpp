@@ -19,12 +19,17 @@ namespace {
 constexpr xcb_input_device_id_t allMasters = XCB_INPUT_DEVICE_ALL_MASTER;
 constexpr unsigned leftButton = 1;
 constexpr unsigned rightButton = 3;
-constexpr unsigned lastButton = 3; // 4 and up are wheel steps.
+constexpr unsigned lastButton = 3; // Of those that are held to drag.
+
+bool isWheelStep(unsigned button)
+{
+    return button >= 4 && button <= 7;
+}
 
 } // namespace
 
-PointerMonitor::PointerMonitor(std::function<void(Event)> handler)
-    : handler_(std::move(handler))
+PointerMonitor::PointerMonitor(Handlers handlers)
+    : handlers_(std::move(handlers))
 {
     auto* connection = x11::connection();
     const auto* extension =
@@ -51,6 +56,7 @@ void PointerMonitor::select(bool motion) const
     events.head = {.deviceid = allMasters, .mask_len = 1};
     events.mask = XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS
                 | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE
+                | XCB_INPUT_XI_EVENT_MASK_RAW_TOUCH_BEGIN
                 | (motion ? XCB_INPUT_XI_EVENT_MASK_RAW_MOTION : 0);
     xcb_input_xi_select_events(x11::connection(), x11::root(), 1, &events.head);
     xcb_flush(x11::connection());
@@ -68,6 +74,9 @@ bool PointerMonitor::nativeEventFilter(const QByteArray&, void* message, qintptr
         handleRaw(event->event_type, raw->detail, raw->time);
         break;
     }
+    case XCB_INPUT_RAW_TOUCH_BEGIN:
+        handlers_.pressed(reinterpret_cast<const xcb_input_raw_touch_begin_event_t*>(event)->time);
+        break;
     case XCB_INPUT_RAW_MOTION:
         motion_ = Event::dragged;
         deliverLater();
@@ -89,6 +98,8 @@ bool PointerMonitor::nativeEventFilter(const QByteArray&, void* message, qintptr
 
 void PointerMonitor::handleRaw(unsigned type, unsigned button, quint32 time)
 {
+    if (type == XCB_INPUT_RAW_BUTTON_PRESS && !isWheelStep(button))
+        handlers_.pressed(time);
     if (button < leftButton || button > lastButton)
         return;
     const bool wasHeld = held_ != 0;
@@ -118,9 +129,9 @@ void PointerMonitor::deliver()
     const auto motion = std::exchange(motion_, std::nullopt);
     const auto press = std::exchange(press_, std::nullopt);
     if (motion)
-        handler_(*motion);
+        handlers_.elsewhere(*motion);
     if (press)
-        handler_(press->event);
+        handlers_.elsewhere(press->event);
 }
 
 } // namespace notch

@@ -12,8 +12,9 @@
 
 namespace notch {
 
-// Pointer events of the whole desktop, wherever the pointer is and whoever has grabbed it. A press
-// in one of this application's own windows is not among them: that is the in-application monitor's.
+// Pointer events of the whole desktop, wherever the pointer is and whoever has grabbed it. The
+// events elsewhere leave out a press in one of this application's own windows: that is the
+// in-application monitor's.
 //
 // It asks the server for as little as will do, since every event wakes this process: presses and
 // releases always; motion only while a button is held; and for a free pointer no motion at all but
@@ -24,9 +25,16 @@ class PointerMonitor final : private QAbstractNativeEventFilter {
 public:
     enum class Event : std::uint8_t { moved, dragged, leftDown, rightDown };
 
-    // `handler` runs from the event loop, never within the delivery of another event. Several
-    // motions in a row are one.
-    explicit PointerMonitor(std::function<void(Event)> handler);
+    struct Handlers {
+        // From the event loop, never within the delivery of another event. Several motions in a
+        // row are one.
+        std::function<void(Event)> elsewhere;
+        // Every press of a button or a finger, also in our own windows, but no wheel step; with the
+        // server's time of it, and before any window hears of it.
+        std::function<void(quint32 time)> pressed;
+    };
+
+    explicit PointerMonitor(Handlers handlers);
     ~PointerMonitor() override;
     Q_DISABLE_COPY_MOVE(PointerMonitor)
 
@@ -45,7 +53,7 @@ private:
     void deliverLater();
     void deliver();
 
-    std::function<void(Event)> handler_;
+    Handlers handlers_;
     QObject context_; // Ends queued deliveries.
     unsigned opcode_ = 0;
     unsigned held_ = 0; // One bit for each button.

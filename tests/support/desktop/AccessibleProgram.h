@@ -21,6 +21,9 @@ struct AccessibleControl {
     bool isEnabled = false;
     int x = 0; // The middle, in pixels of the screen.
     int y = 0;
+    // Where it is found again, also when it shows no more.
+    std::string program; // Its name on the bus.
+    std::string path;
 
     bool operator==(const AccessibleControl&) const = default;
 };
@@ -55,6 +58,13 @@ public:
             return found && (!condition || condition(*found));
         });
         return came ? found : std::nullopt;
+    }
+
+    // A screen reader's action on it, say a button's press; returns when it has been handled.
+    void act(const AccessibleControl& control) const
+    {
+        call(bus_.get(), {control.program, control.path}, "org.a11y.atspi.Action", "DoAction", "i",
+            0);
     }
 
 private:
@@ -142,8 +152,8 @@ private:
         sd_bus_message_read(extents.get(), "(iiii)", &area[0], &area[1], &area[2], &area[3]);
         if ((states[0] & showing) == 0)
             return std::nullopt;
-        return AccessibleControl{
-            (states[0] & enabled) != 0, area[0] + area[2] / 2, area[1] + area[3] / 2};
+        return AccessibleControl{(states[0] & enabled) != 0, area[0] + area[2] / 2,
+            area[1] + area[3] / 2, node.program, node.path};
     }
 
     std::string name_;

@@ -15,6 +15,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace notch {
@@ -100,6 +101,8 @@ public:
     }
 
     void moveTo(int toX, int toY) { fake(XCB_MOTION_NOTIFY, 0, toX, toY); }
+    // The server itself waits before the next thing that the person does.
+    void pause(std::uint32_t milliseconds) { pause_ = milliseconds; }
     void press(std::uint8_t button = 1) { fake(XCB_BUTTON_PRESS, button); }
     void release(std::uint8_t button = 1) { fake(XCB_BUTTON_RELEASE, button); }
     void clickAt(int atX, int atY)
@@ -226,7 +229,7 @@ private:
     void settle() { focus(); }
     void fake(std::uint8_t type, std::uint8_t detail, int toX = 0, int toY = 0)
     {
-        xcb_test_fake_input(x(), type, detail, XCB_CURRENT_TIME, screen_->root,
+        xcb_test_fake_input(x(), type, detail, std::exchange(pause_, 0), screen_->root,
             static_cast<std::int16_t>(toX), static_cast<std::int16_t>(toY), 0);
         settle();
     }
@@ -234,6 +237,7 @@ private:
     std::shared_ptr<xcb_connection_t> connection_{xcb_connect(nullptr, nullptr), xcb_disconnect};
     const xcb_screen_t* screen_ = xcb_setup_roots_iterator(xcb_get_setup(x())).data;
     Window owner_ = create();
+    std::uint32_t pause_ = 0;
 };
 
 } // namespace notch
