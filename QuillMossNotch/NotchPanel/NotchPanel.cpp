@@ -41,6 +41,7 @@ NotchPanel::NotchPanel()
     setMouseTracking(true);
     winId(); // The native window is there from now on: shape and keyboard need it.
     setClearBackground(*windowHandle());
+    forbidShadow(*windowHandle());
     windowHandle()->installEventFilter(this);
     keyboard_.emplace(*this);
     const auto tell = [](const std::function<void()>& told) {

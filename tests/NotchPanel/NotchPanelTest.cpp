@@ -220,13 +220,15 @@ TEST_F(NotchPanelTest, isCutHardWhileNobodyBlendsAndSmoothOtherwise)
     EXPECT_TRUE(eventually(isHard));
     QProcess compositor;
     compositor.start(QStringLiteral("picom"),
-        {QStringLiteral("--config=/dev/null"), QStringLiteral("--backend=xrender")});
+        {QStringLiteral("--config=/dev/null"), QStringLiteral("--backend=xrender"),
+            QStringLiteral("--shadow")});
     if (!compositor.waitForStarted())
         GTEST_SKIP() << "picom is not installed";
     EXPECT_TRUE(eventually([&] { return smoothPixels() > 0 && isBlackInside(); }));
     EXPECT_EQ(region(XCB_SHAPE_SK_BOUNDING), (std::vector<PixelRect>{{0, 0, 480, 300}}));
     EXPECT_EQ(region(XCB_SHAPE_SK_INPUT), outline);
-    EXPECT_EQ(other.colourAt(400, 290), white);
+    EXPECT_EQ(other.colourAt(400, 290), white) << "outside the surface: no shadow either";
+    EXPECT_EQ(other.colourAt(640, 305), white) << "below the surface";
     compositor.kill();
     EXPECT_TRUE(eventually(isHard));
 }

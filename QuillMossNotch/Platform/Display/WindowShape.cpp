@@ -7,6 +7,7 @@
 
 #include <xcb/shape.h>
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -28,6 +29,15 @@ void setRegion(QWindow& window, xcb_shape_kind_t kind, std::span<const PixelRect
     xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_YX_SORTED,
         static_cast<xcb_window_t>(window.winId()), 0, 0,
         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+}
+
+void setCardinals(QWindow& window, const char* property, std::span<const std::uint32_t> values)
+{
+    if (auto* connection = x11::connection()) {
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE,
+            static_cast<xcb_window_t>(window.winId()), x11::atom(property), XCB_ATOM_CARDINAL, 32,
+            static_cast<std::uint32_t>(values.size()), values.data());
+    }
 }
 
 } // namespace
@@ -57,6 +67,15 @@ void setClearBackground(QWindow& window)
         xcb_change_window_attributes(
             connection, static_cast<xcb_window_t>(window.winId()), XCB_CW_BACK_PIXEL, &transparent);
     }
+}
+
+// The first is picom's own. The second says that the window draws its frame by itself, which the
+// rules of many a compositor's configuration ask for; its frame has no invisible part to subtract,
+// since there is none that it would be right for while the surface moves.
+void forbidShadow(QWindow& window)
+{
+    setCardinals(window, "_COMPTON_SHADOW", std::array<std::uint32_t, 1>{0});
+    setCardinals(window, "_GTK_FRAME_EXTENTS", std::array<std::uint32_t, 4>{0, 0, 0, 0});
 }
 
 } // namespace notch

@@ -22,5 +22,7 @@ void setVisibleRegion(QWindow& window, std::span<const PixelRect> pixels);
 void clearVisibleRegion(QWindow& window);
 // What the server shows of a part that the window gained and has not drawn yet: nothing.
 void setClearBackground(QWindow& window);
+// Compositors draw no shadow for its rectangle, which is larger than what is drawn in it.
+void forbidShadow(QWindow& window);
 
 } // namespace notch
