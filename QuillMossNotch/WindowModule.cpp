@@ -34,7 +34,7 @@ int renderPreview(const PreviewOptions& options)
     const Toolkit toolkit(Toolkit::Platform::offscreen);
     DesktopOutside outside;
     AppModel model(outside.seams());
-    return PreviewRender(model, outside.clock).run(options);
+    return PreviewRender(model, outside.clock, outside.hookFiles()).run(options);
 }
 
 // What large requests took goes back to the system when they have gone: they get pages of their
@@ -62,7 +62,7 @@ int runResident(LaunchOptions options)
     if (!SingleInstance::claimDisplay())
         return success;
     DesktopOutside outside;
-    AppDelegate delegate(outside.seams(), options);
+    AppDelegate delegate(outside.seams(), outside.hookFiles(), options);
     delegate.launch();
     const int status = QApplication::exec();
     delegate.willTerminate();

@@ -44,12 +44,13 @@ const AppDelegate::MenuEntry AppDelegate::menu[] = {
     {u"退出 QuillMoss Notch", &AppDelegate::quit},
 };
 
-AppDelegate::AppDelegate(const AppModel::Outside& outside, LaunchOptions options)
+AppDelegate::AppDelegate(const AppModel::Outside& outside, const HookFlow::Surroundings& hookFiles,
+    LaunchOptions options)
     : outside_(outside)
     , options_(options)
     , model_(outside)
     , quitFlow_(model_, *this)
-    , settingsWindow_(model_)
+    , settingsWindow_(model_, hookFiles)
 {
 }
 

@@ -27,14 +27,15 @@ namespace notch {
 // order of the launch and, with QuitFlow, whether the program ends. Knows nothing of bridges and
 // reminders; it asks the model. Main thread.
 //
-//   AppDelegate delegate(outside, LaunchOptions::parse(arguments));
+//   AppDelegate delegate(outside, hookFiles, LaunchOptions::parse(arguments));
 //   delegate.launch();
 //   application.exec();
 //   delegate.willTerminate();
 class AppDelegate final : public QObject, private QuitStage {
 public:
-    // `outside` holds borrowed things, which must outlive the delegate.
-    AppDelegate(const AppModel::Outside& outside, LaunchOptions options);
+    // `outside` and `hookFiles` hold borrowed things, which must outlive the delegate.
+    AppDelegate(const AppModel::Outside& outside, const HookFlow::Surroundings& hookFiles,
+        LaunchOptions options);
     ~AppDelegate() override;
     Q_DISABLE_COPY_MOVE(AppDelegate)
 

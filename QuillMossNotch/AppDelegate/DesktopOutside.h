@@ -5,8 +5,11 @@
 
 #include "AppModel/AppModel.h"
 #include "Bridge/ApprovalServer.h"
+#include "Foundation/Account.h"
 #include "HookConfiguration/CompletionHookCheck.h"
 #include "HookConfiguration/ConfiguredProfiles.h"
+#include "HookConfiguration/QuillMossProfile.h"
+#include "Platform/FileManager/DesktopFileManager.h"
 #include "Platform/MainQueue/QtMainQueue.h"
 #include "Platform/Pasteboard/ClipboardPasteboard.h"
 #include "Platform/Preferences/SettingsPreferences.h"
@@ -14,11 +17,12 @@
 #include "Platform/RunningApplications/RunningApplications.h"
 #include "Platform/Workspace/ApplicationWatch.h"
 #include "Platform/Workspace/DesktopWorkspace.h"
+#include "SettingsView/HookFlow.h"
 #include "TurnEnd/CompletionServer.h"
 
 namespace notch {
 
-// Everything outside the model, for real. Needs a QApplication.
+// Everything outside the model and its windows, for real. Needs a QApplication.
 struct DesktopOutside {
     SystemClock clock;
     QtMainQueue mainQueue;
@@ -30,6 +34,7 @@ struct DesktopOutside {
     SettingsPreferences preferences{SettingsPreferences::defaultFile()};
     ClipboardPasteboard pasteboard;
     DesktopWorkspace workspace{mainQueue};
+    DesktopFileManager fileManager;
 
     AppModel::Outside seams()
     {
@@ -47,6 +52,15 @@ struct DesktopOutside {
             .completionHookInstalled = completionHookInstalled,
             .reminders = ReminderCallbacks::of(
                 hosts, [this](std::int32_t pid) { return hosts.activate(pid); }, preferences),
+        };
+    }
+    HookFlow::Surroundings hookFiles()
+    {
+        return {
+            .mainQueue = mainQueue,
+            .fileManager = fileManager,
+            .executableURL = executablePath,
+            .settingsURL = settingsURL,
         };
     }
 };

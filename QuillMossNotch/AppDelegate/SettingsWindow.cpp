@@ -7,32 +7,35 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace notch {
 
 using namespace Qt::StringLiterals;
 
-SettingsWindow::SettingsWindow(AppModel& model)
+SettingsWindow::SettingsWindow(AppModel& model, HookFlow::Surroundings surroundings)
     : model_(model)
+    , surroundings_(std::move(surroundings))
 {
 }
 
 void SettingsWindow::show()
 {
-    if (!view_)
+    if (!page_)
         build();
     model_.refreshConfiguredProfiles();
-    view_->refresh();
-    view_->setWindowState(view_->windowState() & ~Qt::WindowMinimized);
-    view_->show();
-    view_->raise();
-    view_->activateWindow();
+    if (page_->isVisible())
+        page_->lookAgain();
+    page_->setWindowState(page_->windowState() & ~Qt::WindowMinimized);
+    page_->show();
+    page_->raise();
+    page_->activateWindow();
 }
 
 void SettingsWindow::refresh()
 {
-    if (view_ && view_->isVisible())
-        view_->refresh();
+    if (page_ && page_->isVisible())
+        page_->refresh();
 }
 
 void SettingsWindow::build()
@@ -43,12 +46,12 @@ void SettingsWindow::build()
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QRect visible = screen ? screen->availableGeometry() : QRect(0, 0, width, 720);
 
-    view_.emplace(model_);
-    view_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+    page_.emplace(model_, surroundings_);
+    page_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                           | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
-    view_->setWindowTitle(u"QuillMoss Notch · 接入与交互"_s);
-    view_->setFixedSize(width, std::min(tallest, visible.height() - margin));
-    view_->move(visible.center() - view_->rect().center());
+    page_->setWindowTitle(u"QuillMoss Notch · 接入与交互"_s);
+    page_->setFixedSize(width, std::min(tallest, visible.height() - margin));
+    page_->move(visible.center() - page_->rect().center());
 }
 
 } // namespace notch

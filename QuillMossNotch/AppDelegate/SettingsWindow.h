@@ -4,7 +4,7 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "SettingsView/SettingsView.h"
+#include "SettingsView/SettingsPage.h"
 
 #include <optional>
 
@@ -13,8 +13,8 @@ namespace notch {
 // The settings' window: made when it is first shown, kept from then on. Main thread.
 class SettingsWindow {
 public:
-    // The model is borrowed and must outlive it.
-    explicit SettingsWindow(AppModel& model);
+    // The model is borrowed and must outlive it, and so must what the surroundings lend.
+    SettingsWindow(AppModel& model, HookFlow::Surroundings surroundings);
 
     // Brings it to the front with the keyboard.
     void show();
@@ -25,7 +25,8 @@ private:
     void build();
 
     AppModel& model_;
-    std::optional<SettingsView> view_;
+    HookFlow::Surroundings surroundings_;
+    std::optional<SettingsPage> page_;
 };
 
 } // namespace notch

@@ -4,7 +4,7 @@
 #include "Preview/PreviewRender.h"
 
 #include "Preview/NotchPicture.h"
-#include "SettingsView/SettingsView.h"
+#include "SettingsView/SettingsPage.h"
 
 #include <QEventLoop>
 #include <QFile>
@@ -43,11 +43,12 @@ void settle()
     loop.exec();
 }
 
-QImage pictureOfSettings(AppModel& model)
+QImage pictureOfSettings(AppModel& model, const HookFlow::Surroundings& hookFiles)
 {
-    SettingsView view(model);
-    view.resize(settingsSize);
-    return pictureOf(view);
+    SettingsPage page(model, hookFiles);
+    page.lookAgain();
+    page.resize(settingsSize);
+    return pictureOf(page);
 }
 
 int written(const QImage& picture, const std::string& path)
@@ -82,7 +83,7 @@ int PreviewRender::run(const PreviewOptions& options)
     settle();
     applyFlags(options);
     const auto picture =
-        options.settings ? pictureOfSettings(model_) : pictureOfNotch(model_, clock_);
+        options.settings ? pictureOfSettings(model_, hookFiles_) : pictureOfNotch(model_, clock_);
     return written(picture, options.path);
 }
 

@@ -4,10 +4,12 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
+#include "SettingsView/HookFlow.h"
 
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 namespace notch {
 
@@ -32,9 +34,10 @@ struct PreviewOptions {
 // loop runs for half a second.
 class PreviewRender {
 public:
-    PreviewRender(AppModel& model, const Clock& clock)
+    PreviewRender(AppModel& model, const Clock& clock, HookFlow::Surroundings hookFiles)
         : model_(model)
         , clock_(clock)
+        , hookFiles_(std::move(hookFiles))
     {
     }
 
@@ -47,6 +50,7 @@ private:
 
     AppModel& model_;
     const Clock& clock_;
+    HookFlow::Surroundings hookFiles_;
 };
 
 } // namespace notch

@@ -4,38 +4,36 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
+#include "SettingsView/HookFlow.h"
 
 #include <QWidget>
 
-class QCheckBox;
-class QLabel;
+#include <vector>
+
 class QLayout;
 
 namespace notch {
 
-// The content of the settings window, 600 points wide: the switches, how the bridge stands, how to
-// connect, and the way to quit. Reads the model and calls its operations.
+class ResultRow;
+class SettingsSection;
+
+// The scrolling content of the settings window: what the notch is, the sections, and the result of
+// the last change. Reads the model and the flow and calls their operations.
 class SettingsView final : public QWidget {
 public:
-    // The model is borrowed and must outlive the view.
-    explicit SettingsView(AppModel& model, QWidget* parent = nullptr);
-    ~SettingsView() override;
+    // Both are borrowed and must outlive the view.
+    SettingsView(AppModel& model, HookFlow& flow);
 
-    // Shows the present state; the delegate's layout pass calls it while the window is up.
-    void refresh();
+    // Shows the present state. The row of a new result, so that it can be brought into sight; null
+    // when there is none.
+    QWidget* refresh();
 
 private:
     QLayout* buildHeader();
-    QWidget* buildInteraction();
-    QWidget* buildConnection();
-    QLayout* buildFooter();
-    QCheckBox* buildSwitch(Preference preference, const char* text);
 
     AppModel& model_;
-    QCheckBox* hoverToExpand_;
-    QCheckBox* autoCollapse_;
-    QLabel* bridge_;
-    QLabel* editions_;
+    std::vector<SettingsSection*> sections_;
+    ResultRow* result_;
 };
 
 } // namespace notch

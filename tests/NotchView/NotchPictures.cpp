@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// NotchPictures FOLDER: writes a picture of each state of the notch into the folder.
+// NotchPictures FOLDER: writes a picture of each state of the notch and of the settings into the
+// folder.
 
 #include "Preview/NotchPicture.h"
 #include "Scene.h"
+#include "SettingsView/SettingsPictures.h"
 
 #include <QApplication>
 #include <QImage>
@@ -62,8 +64,9 @@ int main(int argc, char** argv)
         std::fputs("Usage: NotchPictures FOLDER\n", stderr);
         return 2;
     }
-    bool written = true;
+    const auto folder = QString::fromLocal8Bit(argv[1]);
+    bool written = notch::writeSettingsPictures(folder);
     for (const auto& [name, words] : notch::pictures)
-        written = notch::write(name, words, QString::fromLocal8Bit(argv[1])) && written;
+        written = notch::write(name, words, folder) && written;
     return written ? 0 : 1;
 }

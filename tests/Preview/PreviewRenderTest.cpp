@@ -3,6 +3,7 @@
 
 #include "Preview/PreviewRender.h"
 #include "AppModel/StartedModel.h"
+#include "SettingsView/SettingsHome.h"
 #include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +28,9 @@ std::string rendered(const Arguments& arguments)
     QObject running;
     QTimer::singleShot(470, &running, [&] { started.outside.time.advance(Seconds{0.47}); });
     const auto options = *PreviewOptions::parse(arguments);
-    const int status = PreviewRender(started.model, started.outside.time).run(options);
+    SettingsHome home;
+    const int status =
+        PreviewRender(started.model, started.outside.time, home.surroundings()).run(options);
     const QImage picture(QString::fromStdString(options.path));
     const auto* current = started.interaction().current();
     return std::to_string(status) + ' ' + std::to_string(picture.width())

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "SettingsView/ResultRow.h"
+
+#include "SettingsView/SettingsSection.h"
+#include "SettingsView/SettingsStyle.h"
+#include "SettingsView/StatusContent.h"
+#include "SettingsView/SymbolLabel.h"
+#include "Style/NotchStyle.h"
+
+#include <QAccessibleWidget>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+namespace notch {
+namespace {
+
+// Screen readers speak what is new in a thing of this role.
+QAccessibleInterface* notification(const QString&, QObject* object)
+{
+    auto* const row = dynamic_cast<ResultRow*>(object);
+    return row ? new QAccessibleWidget(row, QAccessible::Notification) : nullptr;
+}
+
+} // namespace
+
+ResultRow::ResultRow(HookFlow& flow)
+    : flow_(flow)
+    , text_(new SymbolLabel(settings::font(11), Tone::plain, settings::scaled(15)))
+    , backup_(settingsButton("settings-backup", "在 Finder 显示备份"))
+{
+    QAccessible::installFactory(notification); // Once more is no harm.
+    setObjectName(QStringLiteral("settings-result-row"));
+    text_->setObjectName(QStringLiteral("settings-result"));
+    text_->makeSelectable();
+    connect(backup_, &QPushButton::clicked, this, [this] { flow_.showBackup(); });
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(10);
+    row->addWidget(text_, 1);
+    row->addWidget(backup_, 0, Qt::AlignTop);
+    setVisible(false);
+}
+
+bool ResultRow::refresh()
+{
+    const ResultStatus status(flow_.state());
+    const std::string text(status.line.text);
+    text_->setContent(status.line);
+    backup_->setVisible(status.hasBackup);
+    setAccessibleName(text_->text());
+    const bool isNew = std::exchange(shown_, text) != text && !text.empty();
+    setVisible(!text.empty());
+    if (isNew) {
+        QAccessibleEvent announced(this, QAccessible::ObjectShow);
+        QAccessible::updateAccessibility(&announced);
+    }
+    return isNew;
+}
+
+} // namespace notch

@@ -1,0 +1,90 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "SettingsView/SettingsPage.h"
+
+#include "SettingsView/ConfirmBox.h"
+#include "SettingsView/SettingsFooter.h"
+#include "SettingsView/SettingsStyle.h"
+#include "SettingsView/SettingsView.h"
+
+#include <QFrame>
+#include <QKeyEvent>
+#include <QScrollArea>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace notch {
+
+SettingsPage::SettingsPage(AppModel& model, const HookFlow::Surroundings& surroundings)
+    : flow_(model, *this, surroundings)
+    , view_(new SettingsView(model, flow_))
+    , area_(new QScrollArea)
+{
+    setFont(settings::font(13));
+    setPalette(settings::windowPalette());
+    setMinimumWidth(settings::contentWidth);
+    area_->setWidget(view_);
+    area_->setWidgetResizable(true);
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setFocusPolicy(Qt::NoFocus); // The keys that scroll come from whatever has the keyboard.
+    auto* const line = new QFrame;
+    line->setFrameShape(QFrame::HLine);
+    line->setFrameShadow(QFrame::Sunken);
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(area_, 1);
+    column->addWidget(line);
+    column->addWidget(new SettingsFooter(model));
+    flow_.subscribe([this] { refresh(); });
+}
+
+SettingsPage::~SettingsPage()
+{
+    flow_.subscribe({});
+}
+
+void SettingsPage::refresh()
+{
+    auto* const result = view_->refresh();
+    if (!result)
+        return;
+    // The row has no place before the layout has run.
+    QTimer::singleShot(0, result, [this, result] { area_->ensureWidgetVisible(result); });
+}
+
+void SettingsPage::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    lookAgain();
+}
+
+void SettingsPage::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Cancel) || event->matches(QKeySequence::Close))
+        close();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void SettingsPage::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        setPalette(settings::windowPalette());
+}
+
+void SettingsPage::ask(const ConfirmQuestion& question, std::function<void(Answer)> answered)
+{
+    auto* const box = new ConfirmBox(question, this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    connect(box, &QDialog::finished, this, [answered = std::move(answered)](int code) {
+        answered(code == QDialog::Accepted ? Answer::confirmed : Answer::cancelled);
+    });
+    box->open();
+}
+
+} // namespace notch
