@@ -6,6 +6,7 @@
 #include "AppDelegate/AppDelegate.h"
 #include "AppDelegate/DesktopOutside.h"
 #include "AppDelegate/LaunchOptions.h"
+#include "Platform/Accessibility/NativeDiagnosis.h"
 #include "Platform/Display/X11.h"
 #include "Platform/SingleInstance/SingleInstance.h"
 #include "Platform/Toolkit/Toolkit.h"
@@ -88,7 +89,8 @@ int run(WindowMode mode, const std::vector<std::string>& arguments)
     case WindowMode::uiSelfTest:
         return complain("--ui-self-test is not available yet.");
     case WindowMode::nativeDiagnose:
-        return complain("--native-diagnose is not available yet.");
+        diagnoseNative(std::cout);
+        return success;
     }
     return failure;
 }

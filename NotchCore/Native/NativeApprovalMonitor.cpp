@@ -6,13 +6,8 @@
 #include <utility>
 
 namespace notch {
-namespace {
-
-constexpr Seconds interval{0.8};
-
-} // namespace
-
-NativeApprovalMonitor::NativeApprovalMonitor(AccessibilityTrust& trust, MonitorOutside outside)
+NativeApprovalMonitor::NativeApprovalMonitor(
+    AccessibilityTrust& trust, MonitorOutside outside, Seconds interval)
     : trust_(trust)
     , monitor_(outside, [this](bool on) { queue_.setTicking(on); })
     , queue_("quillmoss-notch.native-approval",

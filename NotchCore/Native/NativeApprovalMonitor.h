@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Foundation/Time.h"
 #include "Native/Accessibility.h"
 #include "Native/Monitor/NativeMonitor.h"
 #include "Native/Monitor/TickingQueue.h"
@@ -12,14 +13,17 @@
 
 namespace notch {
 
-// Looks at the host's windows every 0.8 seconds on a thread of its own, offers a delete card that
+// Looks at the host's windows at regular times on a thread of its own, offers a delete card that
 // it knows, reports questions, and presses one button when it is told to. start(), stop() and
 // decide() return when the thread has done them, which is within one scan; callbacks run on the
 // thread and may call any of them.
 class NativeApprovalMonitor final : public NativeApprovals {
 public:
+    static constexpr Seconds usualInterval{0.8};
+
     // Borrowed: `trust` by the caller's thread, everything in `outside` by the monitor's own.
-    NativeApprovalMonitor(AccessibilityTrust& trust, MonitorOutside outside);
+    NativeApprovalMonitor(
+        AccessibilityTrust& trust, MonitorOutside outside, Seconds interval = usualInterval);
     ~NativeApprovalMonitor() override;
 
     bool isTrusted() const override { return trust_.isProcessTrusted(); }

@@ -41,12 +41,17 @@ public:
     virtual bool decide(const std::string& id, Decision decision) = 0;
 };
 
-// Nothing is ever seen and nothing can be pressed.
+// For a desktop whose windows cannot be read: nothing is ever seen and nothing can be pressed, and
+// it says so.
 class AbsentNativeApprovals final : public NativeApprovals {
 public:
     bool isTrusted() const override { return false; }
     void requestAccess() override { }
-    void start(Callbacks, Watched) override { }
+    void start(Callbacks callbacks, Watched) override
+    {
+        if (callbacks.onStatus)
+            callbacks.onStatus("此桌面没有辅助功能接口，请在 QuillMoss 中确认");
+    }
     void stop() override { }
     bool decide(const std::string&, Decision) override { return false; }
 };

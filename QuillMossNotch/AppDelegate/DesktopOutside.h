@@ -9,6 +9,7 @@
 #include "HookConfiguration/CompletionHookCheck.h"
 #include "HookConfiguration/ConfiguredProfiles.h"
 #include "HookConfiguration/QuillMossProfile.h"
+#include "Platform/Accessibility/HostMonitor.h"
 #include "Platform/FileManager/DesktopFileManager.h"
 #include "Platform/MainQueue/QtMainQueue.h"
 #include "Platform/Pasteboard/ClipboardPasteboard.h"
@@ -20,6 +21,8 @@
 #include "SettingsView/HookFlow.h"
 #include "TurnEnd/CompletionServer.h"
 
+#include <memory>
+
 namespace notch {
 
 // Everything outside the model and its windows, for real. Needs a QApplication.
@@ -27,7 +30,7 @@ struct DesktopOutside {
     SystemClock clock;
     QtMainQueue mainQueue;
     ApprovalServer server;
-    AbsentNativeApprovals nativeMonitor;
+    std::unique_ptr<NativeApprovals> nativeMonitor = makeHostMonitor(clock);
     CompletionServer completionServer;
     RunningApplications hosts{hostWindowClasses()};
     ApplicationWatch applicationEvents{hosts};
@@ -42,7 +45,7 @@ struct DesktopOutside {
             .clock = clock,
             .mainQueue = mainQueue,
             .server = server,
-            .nativeMonitor = nativeMonitor,
+            .nativeMonitor = *nativeMonitor,
             .completionServer = completionServer,
             .applicationEvents = applicationEvents,
             .preferences = preferences,

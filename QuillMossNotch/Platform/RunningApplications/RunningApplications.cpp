@@ -126,6 +126,30 @@ std::vector<HostApplication> RunningApplications::running() const
     return applications;
 }
 
+int RunningApplications::changesDescriptor() const
+{
+    if (!x_.isConnected())
+        return -1;
+    const std::uint32_t properties = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(x_.connection(), x_.root(), XCB_CW_EVENT_MASK, &properties);
+    xcb_flush(x_.connection());
+    return xcb_get_file_descriptor(x_.connection());
+}
+
+bool RunningApplications::takeChanges() const
+{
+    bool changed = false;
+    using Event = x11::Reply<xcb_generic_event_t>;
+    while (const Event event{xcb_poll_for_event(x_.connection())}) {
+        const auto* property = reinterpret_cast<xcb_property_notify_event_t*>(event.get());
+        changed = changed
+               || ((event->response_type & ~0x80) == XCB_PROPERTY_NOTIFY
+                   && (property->atom == x_.atoms().clientList
+                       || property->atom == x_.atoms().activeWindow));
+    }
+    return changed;
+}
+
 RunningApplications::Window RunningApplications::describe(const Managed& managed) const
 {
     const auto name = x_.askProperty(managed.window, x_.atoms().name);

@@ -23,7 +23,11 @@ public:
     // $DISPLAY.
     explicit RunningApplications(std::vector<std::string> classes, const std::string& display = {});
 
+    bool isConnected() const { return x_.isConnected(); }
     std::vector<HostApplication> running() const override;
+    // The list of windows and the active window, from the first call on.
+    int changesDescriptor() const override;
+    bool takeChanges() const override;
 
     // Every managed window, of whatever process.
     struct Managed {

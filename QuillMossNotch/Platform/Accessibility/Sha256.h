@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace notch {
+
+// In lower-case hexadecimal.
+std::string sha256(std::string_view bytes);
+
+} // namespace notch

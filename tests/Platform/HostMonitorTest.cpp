@@ -1,0 +1,230 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "Platform/Accessibility/HostMonitor.h"
+
+#include "Native/Monitor/MonitorTexts.h"
+#include "support/ChildProcess.h"
+#include "support/HostTrees.h"
+#include "support/WaitUntil.h"
+#include "support/x11/OtherProgram.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <mutex>
+
+namespace notch {
+namespace {
+
+// An agent's window, in another process on this test's desktop.
+class Host {
+public:
+    explicit Host(const std::string& program)
+        : process_(program)
+    {
+    }
+    void show(const std::string& tree) { tell("show\n" + tree + "."); }
+    // Also fails if a button was pressed that nobody has asked for.
+    void tell(const std::string& command)
+    {
+        process_.write(command + '\n');
+        EXPECT_EQ(process_.readLine(), "done\n") << command;
+    }
+    bool isNew() { return std::exchange(isNew_, false); }
+    std::string pressed() { return process_.readLine(); }
+    void kill(int signal) { process_.kill(signal); }
+
+private:
+    ChildProcess process_;
+    bool isNew_ = true;
+};
+
+// What the monitor says, from its own thread.
+class Heard {
+public:
+    void say(const std::string& line)
+    {
+        const std::lock_guard lock(mutex_);
+        lines_.push_back(line);
+    }
+    void offer(const ApprovalRequest& request)
+    {
+        const std::lock_guard lock(mutex_);
+        offered_ = request;
+        lines_.push_back("offer");
+    }
+    ApprovalRequest offered() const
+    {
+        const std::lock_guard lock(mutex_);
+        return offered_;
+    }
+    // Waits for the line, and forgets all up to it.
+    testing::AssertionResult next(const std::string& line)
+    {
+        const bool heard = waitUntil([&] {
+            const std::lock_guard lock(mutex_);
+            const auto found = std::ranges::find(lines_, line);
+            if (found == lines_.end())
+                return false;
+            lines_.erase(lines_.begin(), found + 1);
+            return true;
+        });
+        const std::lock_guard lock(mutex_);
+        return heard ? testing::AssertionSuccess()
+                     : testing::AssertionFailure() << testing::PrintToString(lines_);
+    }
+
+private:
+    mutable std::mutex mutex_;
+    // Guarded by mutex_:
+    std::vector<std::string> lines_;
+    ApprovalRequest offered_;
+};
+
+std::string status(std::string_view text)
+{
+    return "status " + std::string(text);
+}
+
+// A monitor on this test's desktop, where another program has the keyboard.
+class HostMonitorTest : public testing::TestWithParam<const char*> {
+protected:
+    HostMonitorTest()
+    {
+        DesktopTrust(Seconds{5}).requestTrust();
+        program.openWindow("front");
+    }
+    void start(bool questions = false)
+    {
+        NativeApprovals::OnQuestion onQuestion;
+        if (questions)
+            onQuestion = [this](const auto& observation, Uptime) {
+                constexpr std::array names{"unavailable", "absent", "waiting"};
+                heard.say(std::string("question ") + names[observation.index()]);
+            };
+        monitor->start({.onRequest = [this](const auto& request) { heard.offer(request); },
+                           .onRemoval = [this](const auto&) { heard.say("removal"); },
+                           .onStatus = [this](const auto& text) { heard.say("status " + text); },
+                           .onQuestion = onQuestion},
+            {.approvals = true});
+    }
+    // Its window is there, and another one has the keyboard.
+    void inBackground(Host& host, const std::string& tree)
+    {
+        const auto isActive = [this] {
+            const auto running = applications.running();
+            return !running.empty() && running.back().isActive;
+        };
+        host.show(tree);
+        // A new window gets the keyboard, sooner or later.
+        EXPECT_TRUE(!host.isNew() || waitUntil(isActive));
+        applications.activate(::getpid());
+        EXPECT_TRUE(waitUntil([&] { return !isActive(); }));
+    }
+    void offer(Host& host, const std::string& tree = groupedCardTree)
+    {
+        inBackground(host, tree);
+        start();
+        EXPECT_TRUE(heard.next("offer")) << tree;
+    }
+    bool decide(Decision decision) { return monitor->decide(heard.offered().id, decision); }
+
+    SystemClock clock;
+    OtherProgram program;
+    RunningApplications applications{{"quillmoss"}};
+    Heard heard;
+    std::unique_ptr<NativeApprovals> monitor = makeHostMonitor(clock, Seconds{0.1});
+};
+
+TEST_P(HostMonitorTest, offersTheCardInTheBackgroundAndPressesTheChosenButtonOnce)
+{
+    for (const auto& tree : {groupedCardTree, flattenedCardTree}) {
+        Host host(GetParam());
+        offer(host, tree);
+        EXPECT_NE(heard.offered().toolInputJSON.find("rm -rf build"), std::string::npos);
+        EXPECT_TRUE(decide(Decision::passthrough));
+        host.show("Window @0,0,400,300 \"Chat\"\n");
+        EXPECT_TRUE(heard.next(status(monitorText::waiting)));
+        for (const auto& [decision, button] :
+            {std::pair{Decision::allow, "allow"}, std::pair{Decision::deny, "deny"}}) {
+            inBackground(host, tree);
+            EXPECT_TRUE(heard.next("offer"));
+            EXPECT_TRUE(decide(decision));
+            EXPECT_EQ(host.pressed(), std::string("pressed ") + button + '\n');
+            EXPECT_FALSE(decide(decision));
+        }
+        host.tell("minimize");
+    }
+}
+
+TEST_P(HostMonitorTest, takesTheCardBackWhenItIsNoLongerSure)
+{
+    using Change = std::function<void(Host&)>;
+    const auto told = [](std::string command) { return [=](Host& host) { host.tell(command); }; };
+    std::optional<Host> twin;
+    const std::vector<std::pair<std::string_view, Change>> rows{
+        {monitorText::inFront,
+            [&](Host&) { applications.activate(applications.running().front().pid); }},
+        {monitorText::hidden, told("minimize")},
+        {monitorText::refusedCard, told("disable allow")},
+        {monitorText::refusedCard, told("remove deny")},
+        {monitorText::refusedCard, told("rename command rm -rf ...")},
+        {monitorText::notRunning, [](Host& host) { host.kill(SIGKILL); }},
+        {monitorText::incomplete, [](Host& host) { host.kill(SIGSTOP); }},
+        {monitorText::severalInstances,
+            [&](Host&) { twin.emplace(GetParam()).show(groupedCardTree); }},
+    };
+    for (const auto& [why, change] : rows) {
+        Host host(GetParam());
+        offer(host);
+        change(host);
+        EXPECT_TRUE(heard.next("removal")) << why;
+        EXPECT_TRUE(heard.next(status(why))) << why;
+        EXPECT_FALSE(decide(Decision::allow)) << why;
+        monitor->stop();
+        host.kill(SIGCONT);
+    }
+}
+
+// Between the offer and the click, and while the click is on its way.
+TEST_P(HostMonitorTest, pressesNothingThatIsNotAsItWasOffered)
+{
+    for (const auto* command : {"rename command rm -rf dist", "disable allow", "remove allow",
+             "rename allow 取消删除", "minimize"}) {
+        Host host(GetParam());
+        offer(host);
+        host.tell(command);
+        EXPECT_FALSE(decide(Decision::allow)) << command;
+        host.tell("nothing"); // A press would have been said by now.
+        monitor->stop();
+    }
+    Host host(GetParam());
+    offer(host);
+    host.kill(SIGSTOP);
+    const auto begun = Uptime::now();
+    EXPECT_FALSE(decide(Decision::allow));
+    EXPECT_LT(Uptime::now() - begun, Seconds{0.9}) << "one scan may be under way before it";
+    host.kill(SIGCONT);
+    host.tell("nothing");
+}
+
+const auto hosts = testing::Values(QT_HOST_PATH, GTK_HOST_PATH);
+INSTANTIATE_TEST_SUITE_P(
+    Hosts, HostMonitorTest, hosts, [](const auto& made) { return made.index == 0 ? "Qt" : "GTK"; });
+
+// GTK 3 buttons show no children, so that it has no question card.
+TEST_F(HostMonitorTest, reportsAQuestionInTheBackground)
+{
+    Host host(QT_HOST_PATH);
+    inBackground(host, questionTree);
+    start(true);
+    EXPECT_TRUE(heard.next("question waiting"));
+    host.tell("remove skip");
+    EXPECT_TRUE(heard.next("question unavailable"));
+    host.show("Window @0,0,400,300 \"Chat\"\n");
+    EXPECT_TRUE(heard.next("question absent"));
+}
+
+} // namespace
+} // namespace notch
