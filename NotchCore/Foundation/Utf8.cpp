@@ -88,6 +88,12 @@ std::string repairedUtf8(std::string_view text)
     return repaired;
 }
 
+std::size_t scalarCount(std::string_view text)
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(text, [](char byte) { return !isContinuation(byte); }));
+}
+
 std::string_view firstScalars(std::string_view text, std::size_t count)
 {
     std::size_t at = 0;

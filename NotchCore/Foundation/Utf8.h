@@ -15,6 +15,9 @@ bool isUtf8(std::string_view text);
 // The text with U+FFFD in place of whatever is not UTF-8, so that it can be sent and shown.
 std::string repairedUtf8(std::string_view text);
 
+// The scalars of a UTF-8 text.
+std::size_t scalarCount(std::string_view text);
+
 // The text cut after its first `count` scalars; the whole text if it has no more. The text must be
 // UTF-8.
 std::string_view firstScalars(std::string_view text, std::size_t count);

@@ -3,7 +3,6 @@
 
 #include "Interaction/ApprovalPresentation.h"
 
-#include "Foundation/Json.h"
 #include "Unicode/Scalars.h"
 
 #include <algorithm>
@@ -57,16 +56,24 @@ std::string projectName(std::string_view cwd)
 
 } // namespace
 
+Json ApprovalPresentation::inputOf(const ApprovalRequest& request)
+{
+    constexpr std::size_t members = 1; // What is nested in them is not asked for, and may be much.
+    auto parsed = Json::parseOutline(request.toolInputJSON, members);
+    return parsed && parsed->object() ? *std::move(parsed) : Json(Json::Object{});
+}
+
 ApprovalPresentation::ApprovalPresentation(const ApprovalRequest& request)
-    : description()
+    : ApprovalPresentation(request, inputOf(request))
+{
+}
+
+ApprovalPresentation::ApprovalPresentation(const ApprovalRequest& request, const Json& input)
+    : description(nonEmptyText(input, "description"))
     , project(projectName(request.cwd))
 {
     const bool native = request.isNative();
-    constexpr std::size_t members = 1; // What is nested in them is not asked for, and may be much.
-    const auto parsed = Json::parseOutline(request.toolInputJSON, members);
-    const Json input = parsed && parsed->object() ? *parsed : Json(Json::Object{});
     const auto command = nonEmptyText(input, "command");
-    description = nonEmptyText(input, "description");
     if (command && (native || request.toolName == "Bash")) {
         title = native ? "确认批量删除" : "执行终端命令";
         primaryText = *command;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Bridge/ApprovalRequest.h"
+#include "Foundation/Json.h"
 
 #include <optional>
 #include <string>
@@ -23,6 +24,11 @@ struct ApprovalPresentation {
     bool hasAdditionalParameters = false; // The input has keys beyond those already shown.
 
     explicit ApprovalPresentation(const ApprovalRequest& request);
+    // The same for whoever has read the request's input already, by inputOf().
+    ApprovalPresentation(const ApprovalRequest& request, const Json& input);
+
+    // The tool's input as an object, which is empty where the text is none.
+    static Json inputOf(const ApprovalRequest& request);
 
     bool operator==(const ApprovalPresentation&) const = default;
 };

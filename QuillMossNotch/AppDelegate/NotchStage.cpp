@@ -18,10 +18,12 @@ NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 {
     auto owned = std::make_unique<NotchView>(model, clock);
     NotchView& view = *owned;
-    panel.setContentView(std::make_unique<NotchViewport>(std::move(owned), [&view](double width) {
-        view.refresh();
-        return view.fittingHeight(static_cast<int>(std::lround(width)));
-    }));
+    panel.setContentView(
+        std::make_unique<NotchViewport>(std::move(owned), [&view](double width, double maxHeight) {
+            view.refresh();
+            return view.fit(
+                static_cast<int>(std::lround(width)), static_cast<int>(std::floor(maxHeight)));
+        }));
     return view;
 }
 

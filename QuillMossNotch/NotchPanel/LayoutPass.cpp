@@ -57,7 +57,7 @@ bool LayoutPass::presentExpansion()
 void LayoutPass::moveTo(const ScreenRecord& screen, const PanelMetrics& metrics)
 {
     const bool expanded = around_.model.state().interaction.expanded();
-    const double naturalHeight = around_.panel.measureContent(metrics.panelWidth);
+    const double naturalHeight = around_.panel.fitContent(metrics.panelWidth, screen.frame.height);
     const double height = expanded ? naturalHeight : metrics.notchHeight + compactTextHeight;
     if (!std::isfinite(height) || height <= 0)
         return;

@@ -89,9 +89,9 @@ void NotchPanel::applyFrame(const Rect& frame, double surfaceWidth)
     viewport_->repaint();
 }
 
-double NotchPanel::measureContent(double width)
+double NotchPanel::fitContent(double width, double maxHeight)
 {
-    return viewport_->measure(width);
+    return viewport_->fitContent(width, maxHeight);
 }
 
 bool NotchPanel::isOnScreen() const

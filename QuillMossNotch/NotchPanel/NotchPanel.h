@@ -52,7 +52,7 @@ public:
 
     Rect frame() const override { return frame_; }
     void applyFrame(const Rect& frame, double surfaceWidth) override;
-    double measureContent(double width) override;
+    double fitContent(double width, double maxHeight) override;
     bool isOnScreen() const override;
     void bringToFront() override;
     void watchCover(bool watched) override;

@@ -18,8 +18,9 @@ public:
     virtual Rect frame() const = 0;
     // Frame, drawn surface and click-through region change as one and are on the screen at once.
     virtual void applyFrame(const Rect& frame, double surfaceWidth) = 0;
-    // Lays the content out at this width and returns the height that it asks for.
-    virtual double measureContent(double width) = 0;
+    // Brings the content up to date and lays it out at this width, no higher than that if it can
+    // be. Returns the height that it needs.
+    virtual double fitContent(double width, double maxHeight) = 0;
 
     virtual bool isOnScreen() const = 0;
     // Above every other window, if it is on the screen; the keyboard stays where it is.

@@ -10,10 +10,10 @@
 
 namespace notch {
 
-NotchViewport::NotchViewport(std::unique_ptr<QWidget> hosting, FittingHeight fittingHeight)
+NotchViewport::NotchViewport(std::unique_ptr<QWidget> hosting, Fit fit)
     : hosting_(hosting.release())
     , silhouetteMask_(new SilhouetteMask(this))
-    , fittingHeight_(std::move(fittingHeight))
+    , fit_(std::move(fit))
 {
     QPalette black;
     black.setColor(QPalette::Window, Qt::black);
@@ -26,9 +26,9 @@ NotchViewport::NotchViewport(std::unique_ptr<QWidget> hosting, FittingHeight fit
 
 NotchViewport::~NotchViewport() = default;
 
-double NotchViewport::measure(double width)
+double NotchViewport::fitContent(double width, double maxHeight)
 {
-    const double height = fittingHeight_(width);
+    const double height = fit_(width, maxHeight);
     if (std::isfinite(height) && height > 0)
         naturalHeight_ = height;
     hosting_->resize(qRound(width), qRound(naturalHeight_));

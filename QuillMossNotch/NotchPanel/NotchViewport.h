@@ -19,21 +19,22 @@ class SilhouetteMask;
 // silhouette with smooth edges. A smaller surface only covers what a larger one shows. Main thread.
 class NotchViewport final : public QWidget {
 public:
-    // Brings the content up to date and tells the height that it needs at a width, in points.
-    using FittingHeight = std::function<double(double width)>;
+    // Brings the content up to date and fits it into a width and, as far as it can be, a height.
+    // Returns the height that it needs, in points.
+    using Fit = std::function<double(double width, double maxHeight)>;
 
     // The content must draw no background of its own.
-    NotchViewport(std::unique_ptr<QWidget> hosting, FittingHeight fittingHeight);
+    NotchViewport(std::unique_ptr<QWidget> hosting, Fit fit);
     ~NotchViewport() override;
     Q_DISABLE_COPY_MOVE(NotchViewport)
 
     QWidget& hosting() const { return *hosting_; }
-    // The content's height at the last measured width.
+    // The content's height when it was last fitted.
     double naturalHeight() const { return naturalHeight_; }
 
-    // Lays the content out at this width and reads the height that it asks for; a height that is
-    // none leaves naturalHeight() as it was. Returns naturalHeight().
-    double measure(double width);
+    // Brings the content up to date and lays it out; a height that is none leaves naturalHeight()
+    // as it was. Returns naturalHeight().
+    double fitContent(double width, double maxHeight);
     // The drawn surface hangs from the middle of the top edge.
     void setSurface(double width, double height);
     double surfaceWidth() const { return surfaceWidth_; }
@@ -50,7 +51,7 @@ private:
 
     QWidget* hosting_; // A child; so is the mask, which stays above it.
     SilhouetteMask* silhouetteMask_;
-    FittingHeight fittingHeight_;
+    Fit fit_;
     double naturalHeight_ = 0;
     double surfaceWidth_ = maximumPanelWidth;
     double surfaceHeight_ = 0;

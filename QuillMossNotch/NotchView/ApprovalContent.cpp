@@ -17,13 +17,9 @@ namespace {
 
 constexpr std::size_t shownSessionScalars = 12;
 constexpr int urgentSeconds = 10;
+constexpr std::size_t longestTitle = 203; // A name of 200 characters, and what is before it.
 // A card of the host's window is given a deadline of years, which is none.
 constexpr Seconds longestDeadline{24 * 60 * 60};
-
-bool isNativeCard(const ApprovalRequest& request)
-{
-    return request.eventName == nativeApprovalEventName;
-}
 
 std::string_view editionName(std::string_view source)
 {
@@ -37,18 +33,11 @@ std::string shortSession(std::string_view sessionID)
     return visibleText(firstScalars(sessionID, shownSessionScalars), Lines::one);
 }
 
-bool hasParameters(std::string_view toolInputJSON)
+std::string_view headerOfDetails(const ApprovalRequest& request, const Json& input)
 {
-    const auto input = Json::parse(toolInputJSON);
-    return input && input->object() && !input->object()->empty();
-}
-
-std::string_view headerOfDetails(const ApprovalRequest& request)
-{
-    if (!hasParameters(request.toolInputJSON))
+    if (input.object()->empty())
         return "完整请求信息";
-    const bool command = isNativeCard(request) || request.toolName == "Bash";
-    return command ? "完整命令" : "工具参数";
+    return request.isNative() || request.toolName == "Bash" ? "完整命令" : "工具参数";
 }
 
 // Where a hook's request comes from.
@@ -82,13 +71,15 @@ void describeNative(ApprovalContent& content, const ApprovalRequest& request)
 } // namespace
 
 ApprovalContent::ApprovalContent(const ApprovalRequest& request)
-    : isNative(isNativeCard(request))
-    , detailsHeader(headerOfDetails(request))
+    : isNative(request.isNative())
     , parameters(visibleText(request.toolInputJSON, Lines::many))
 {
-    const ApprovalPresentation presentation(request);
-    title = visibleText(presentation.title, Lines::one);
+    const auto input = ApprovalPresentation::inputOf(request);
+    const ApprovalPresentation presentation(request, input);
+    wholeTitle = visibleText(presentation.title, Lines::one);
+    title = cutInTheMiddle(wholeTitle, longestTitle);
     command = visibleText(presentation.primaryText, Lines::many);
+    detailsHeader = headerOfDetails(request, input);
     if (presentation.description)
         description =
             std::string(descriptionLeadIn) + visibleText(*presentation.description, Lines::many);

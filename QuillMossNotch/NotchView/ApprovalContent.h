@@ -19,7 +19,8 @@ namespace notch {
 struct ApprovalContent {
     bool isNative = false; // A card in the host's own window.
     std::string_view banner; // Empty: none.
-    std::string title;
+    std::string title; // Cut in its middle where a tool's name is beyond all measure.
+    std::string wholeTitle;
     std::string description; // Begins with descriptionLeadIn; empty: none.
     Symbol originSymbol = Symbol::none;
     std::string origin;

@@ -9,9 +9,15 @@
 #include "Style/NotchStyle.h"
 #include "Style/TextBlock.h"
 #include "Style/TextLine.h"
+#include "Style/YieldingArea.h"
 
 #include <QHBoxLayout>
+#include <QScrollBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
 
 namespace notch {
 namespace {
@@ -26,31 +32,50 @@ ApprovalSection::ApprovalSection(AppModel& model, const Clock& clock, QWidget* p
     : QWidget(parent)
     , model_(model)
     , clock_(clock)
-    , banner_(new TextLine(style::font(10, QFont::Medium), style::warning, this))
-    , title_(new TextLine(style::font(18, QFont::DemiBold), style::text, this))
-    , chip_(new TextLine(style::font(10), style::white(0.75), this))
-    , origin_(new TextLine(style::font(11), style::white(0.7), this))
-    , source_(new TextLine(style::font(11), style::white(0.5), this))
+    , told_(new QWidget)
+    , banner_(new TextLine(style::font(10, QFont::Medium), style::warning, told_))
+    , title_(new TextLine(style::font(18, QFont::DemiBold), style::text, told_))
+    , chip_(new TextLine(style::font(10), style::white(0.75), told_))
+    , origin_(new TextLine(style::font(11), style::white(0.7), told_))
+    , source_(new TextLine(style::font(11), style::white(0.5), told_))
     , description_(new TextBlock(style::font(12), style::white(0.82), maxDescriptionHeight,
-          TextBlock::Ground::absent, this))
-    , detailsHeader_(new TextLine(style::font(11, QFont::Medium), style::white(0.7), this))
-    , detailsChip_(new TextLine(style::font(9, QFont::Medium), style::warning, this))
+          TextBlock::Ground::absent, told_))
+    , detailsHeader_(new TextLine(style::font(11, QFont::Medium), style::white(0.7), told_))
+    , detailsChip_(new TextLine(style::font(9, QFont::Medium), style::warning, told_))
     , command_(new TextBlock(style::monospaced(12), style::white(0.95), maxCommandHeight,
-          TextBlock::Ground::filled, this))
+          TextBlock::Ground::filled, told_))
     , parameters_(new TextBlock(style::monospaced(12), style::white(0.95), maxDetailsHeight,
-          TextBlock::Ground::filled, this))
-    , toggle_(new ActionButton(NotchActionStyle::Role::plain, this))
-    , copy_(new ActionButton(NotchActionStyle::Role::plain, this))
+          TextBlock::Ground::filled, told_))
+    , toggle_(new ActionButton(NotchActionStyle::Role::plain, told_))
+    , copy_(new ActionButton(NotchActionStyle::Role::plain, told_))
+    , toldArea_(new YieldingArea(told_, this))
     , decision_(new DecisionSection(model, this))
     , switcher_(new SwitcherSection(model, this))
 {
+    setObjectName(QStringLiteral("approval"));
     title_->setObjectName(QStringLiteral("approval-title"));
     origin_->setObjectName(QStringLiteral("approval-origin"));
     source_->setObjectName(QStringLiteral("approval-source"));
-    description_->setObjectName(QStringLiteral("approval-description"));
-    command_->setObjectName(QStringLiteral("approval-command"));
-    parameters_->setObjectName(QStringLiteral("approval-parameters"));
+    for (const auto& [block, name, heard] : {
+             std::tuple(description_, "approval-description", "原请求说明"),
+             {command_, "approval-command", "请求内容"},
+             {parameters_, "approval-parameters", "完整参数"},
+         }) {
+        block->setObjectName(QLatin1String(name));
+        block->setAccessibleName(toQString(heard));
+    }
+    told_->setLayout(buildRequest());
     auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(8);
+    column->addWidget(toldArea_);
+    column->addWidget(decision_);
+    column->addWidget(switcher_);
+}
+
+QLayout* ApprovalSection::buildRequest()
+{
+    auto* const column = new QVBoxLayout;
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(8);
     column->addWidget(banner_);
@@ -61,23 +86,24 @@ ApprovalSection::ApprovalSection(AppModel& model, const Clock& clock, QWidget* p
     column->addWidget(command_);
     column->addWidget(parameters_);
     column->addLayout(buildDetailsBar());
-    column->addWidget(decision_);
-    column->addWidget(switcher_);
+    return column;
 }
 
 QLayout* ApprovalSection::buildTitle()
 {
+    title_->setWraps();
     chip_->setChip();
     auto* const row = new QHBoxLayout;
     row->setSpacing(10);
     row->addWidget(title_, 1);
-    row->addWidget(chip_);
+    row->addWidget(chip_, 0, Qt::AlignTop);
     return row;
 }
 
 QLayout* ApprovalSection::buildOrigin()
 {
     origin_->setElidesMiddle();
+    source_->setElidesMiddle();
     auto* const column = new QVBoxLayout;
     column->setSpacing(2);
     column->addWidget(origin_);
@@ -121,6 +147,9 @@ void ApprovalSection::present(const AppModelState& state)
     const auto& request = *state.interaction.current();
     if (request_ != request)
         showRequest(request);
+    // A notch that is opened again while it closes has not hidden its texts.
+    if (!std::exchange(open_, state.interaction.expanded()))
+        rewind();
     showDetails(state);
     decision_->present(request, state.actionReady);
     switcher_->present(state.interaction);
@@ -130,11 +159,12 @@ void ApprovalSection::present(const AppModelState& state)
 void ApprovalSection::showRequest(const ApprovalRequest& request)
 {
     request_ = request;
+    rewind();
     const ApprovalContent content(request);
     banner_->setContent(Symbol::exclamationmarkShield, content.banner);
     banner_->setVisible(!content.banner.empty());
     title_->setContent(Symbol::none, content.title);
-    setPlainToolTip(*title_, content.title); // Tools and directories can have long names.
+    setPlainToolTip(*title_, content.wholeTitle); // Tools and directories can have long names.
     chip_->setContent(Symbol::none, content.chip);
     origin_->setContent(content.originSymbol, content.origin);
     setPlainToolTip(*origin_, content.origin);
@@ -162,6 +192,30 @@ void ApprovalSection::showDetails(const AppModelState& state)
     toggle_->setContent(toggle.symbol, toggle.text);
     const auto copy = copyButton(*request_, state.copiedRequestID);
     copy_->setContent(copy.symbol, copy.text);
+}
+
+void ApprovalSection::rewind()
+{
+    for (auto* const block : {description_, command_, parameters_})
+        block->rewind();
+    toldArea_->verticalScrollBar()->setValue(0);
+}
+
+void ApprovalSection::shrink(int width, int points)
+{
+    auto* const text = parameters_->isHidden() ? command_ : parameters_;
+    for (auto* const block : {description_, text})
+        block->setHeightLimit(block->maxHeight());
+    for (const auto& [block, rows] :
+        {std::pair(description_, 2), {text, 3}, {description_, 1}, {text, 1}}) {
+        if (block->isHidden())
+            continue;
+        const int height = block->heightForWidth(width);
+        const int given = std::clamp(height - block->heightOfRows(rows), 0, points);
+        block->setHeightLimit(height - given);
+        points -= given;
+    }
+    toldArea_->giveWay(points);
 }
 
 std::optional<Seconds> ApprovalSection::showTime()

@@ -14,6 +14,7 @@ namespace notch {
 
 class ActionButton;
 class DecisionSection;
+class YieldingArea;
 class SwitcherSection;
 class TextBlock;
 class TextLine;
@@ -25,12 +26,16 @@ public:
 
     // Only while a request waits.
     void present(const AppModelState& state);
+    // Gives way by so many points at this width, if it can: its texts scroll then. Each measuring
+    // begins with none.
+    void shrink(int width, int points);
     // The seconds left, now; when they will read differently, if they will.
     std::optional<Seconds> showTime();
     // Once a request has been shown.
     ShownDecision decision() const;
 
 private:
+    QLayout* buildRequest();
     QLayout* buildTitle();
     QLayout* buildOrigin();
     QLayout* buildDetailsHeader();
@@ -38,10 +43,13 @@ private:
     void showRequest(const ApprovalRequest& request);
     void showDetails(const AppModelState& state);
     void copyClicked();
+    void rewind();
 
     AppModel& model_;
     const Clock& clock_;
     std::optional<ApprovalRequest> request_; // On show.
+    bool open_ = false; // The notch was, when the request was last presented.
+    QWidget* told_; // What is asked, above the decision.
     TextLine* banner_;
     TextLine* title_;
     TextLine* chip_;
@@ -54,6 +62,7 @@ private:
     TextBlock* parameters_;
     ActionButton* toggle_;
     ActionButton* copy_;
+    YieldingArea* toldArea_; // Holds it.
     DecisionSection* decision_;
     SwitcherSection* switcher_;
 };

@@ -32,7 +32,7 @@ constexpr int lowerMargin = 18;
 // A timer that fires too early by a hair would show the same second once more.
 constexpr Seconds tickSlack{0.005};
 
-// So that fittingHeight() measures what is to be seen now and no layout remembers what was; Qt does
+// So that fit() measures what is to be seen now and no layout remembers what was; Qt does
 // the same, but not before its event loop runs again.
 void invalidateLayouts(QWidget& root)
 {
@@ -177,10 +177,28 @@ void NotchView::tick()
         tick_.start(std::chrono::ceil<std::chrono::milliseconds>(*next + tickSlack));
 }
 
-int NotchView::fittingHeight(int width) const
+int NotchView::neededHeight(int width) const
 {
     return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
                                          : layout()->totalSizeHint().height();
+}
+
+void NotchView::shrink(int width, int points)
+{
+    approval_->shrink(width - 2 * sideMargin, points);
+    invalidateLayouts(*this);
+}
+
+int NotchView::fit(int width, int maxHeight)
+{
+    if (approval_->isHidden())
+        return neededHeight(width);
+    shrink(width, 0);
+    const int needed = neededHeight(width);
+    if (needed <= maxHeight)
+        return needed;
+    shrink(width, needed - maxHeight);
+    return neededHeight(width);
 }
 
 void NotchView::setReducesMotion(bool reduces)

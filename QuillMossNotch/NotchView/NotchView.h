@@ -32,7 +32,7 @@ class TextLine;
 //     NotchView view(model, clock);
 //     model.subscribe(…);                       // schedules a layout pass, which does:
 //     view.refresh();
-//     view.resize(panelWidth, view.fittingHeight(panelWidth));
+//     view.resize(panelWidth, view.fit(panelWidth, screenHeight));
 class NotchView final : public QWidget {
 public:
     // Both are borrowed and must outlive the view.
@@ -42,8 +42,9 @@ public:
     // Shows the model's present state: the compact strip, and below it the open content when
     // state().isExpanded(). Cheap when nothing has changed.
     void refresh();
-    // The height that the present content needs at this width, in points; call refresh() first.
-    int fittingHeight(int width) const;
+    // Fits the present content into this width and, as far as it can be, into this height: its
+    // texts scroll then. Returns the height that it needs, in points; call refresh() first.
+    int fit(int width, int maxHeight);
     // The desktop asks for less motion; false until told.
     void setReducesMotion(bool reduces);
     // What can be decided here; nothing while no request is on show.
@@ -58,6 +59,8 @@ private:
     void showOpenContent();
     void present(DisplayState shown);
     void showFailure();
+    int neededHeight(int width) const;
+    void shrink(int width, int points);
     void tick();
 
     AppModel& model_;

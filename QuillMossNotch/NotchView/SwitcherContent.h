@@ -6,6 +6,7 @@
 #include "Interaction/NotchInteraction.h"
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,7 @@ namespace notch {
 struct SwitcherContent {
     struct Entry {
         std::string id;
+        Date expiresAt; // With the ID it tells one request from another.
         std::string label; // What the request is about to do, and where.
 
         bool operator==(const Entry&) const = default;
@@ -25,8 +27,10 @@ struct SwitcherContent {
     std::vector<Entry> entries;
     std::size_t position = 0; // Of the request on show, from 0.
 
-    // Nothing while fewer than two wait.
-    static std::optional<SwitcherContent> of(const NotchInteraction& interaction);
+    // Nothing while fewer than two wait. Labels that are among those known are taken from there:
+    // to make one means to read a request's whole input.
+    static std::optional<SwitcherContent> of(
+        const NotchInteraction& interaction, std::span<const Entry> known);
 };
 
 inline constexpr std::string_view previousRequestLabel = "上一条请求";

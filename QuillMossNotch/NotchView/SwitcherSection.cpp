@@ -69,7 +69,7 @@ void SwitcherSection::buildList()
 
 void SwitcherSection::present(const NotchInteraction& interaction)
 {
-    const auto content = SwitcherContent::of(interaction);
+    const auto content = SwitcherContent::of(interaction, entries_);
     setVisible(content.has_value());
     if (!content)
         return;

@@ -12,6 +12,11 @@
 #include <memory>
 
 namespace notch {
+namespace {
+
+constexpr double tallest = 10'000; // A picture has room for everything.
+
+} // namespace
 
 QImage pictureOf(QWidget& widget)
 {
@@ -27,10 +32,11 @@ QImage pictureOfNotch(AppModel& model, const Clock& clock)
 {
     auto owned = std::make_unique<NotchView>(model, clock);
     auto& view = *owned;
-    NotchViewport viewport(std::move(owned),
-        [&view](double width) { return view.fittingHeight(static_cast<int>(width)); });
+    NotchViewport viewport(std::move(owned), [&view](double width, double maxHeight) {
+        return view.fit(static_cast<int>(width), static_cast<int>(maxHeight));
+    });
     const auto& state = model.state();
-    const double natural = viewport.measure(state.panelWidth);
+    const double natural = viewport.fitContent(state.panelWidth, tallest);
     const bool open = state.isExpanded();
     const double height = open ? natural : state.notchHeight + compactTextHeight;
     viewport.resize(qRound(state.panelWidth), qRound(height));

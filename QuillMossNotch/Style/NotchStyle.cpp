@@ -4,6 +4,7 @@
 #include "Style/NotchStyle.h"
 
 #include <QPainter>
+#include <QScrollBar>
 #include <QStringList>
 #include <QTextDocument>
 #include <QWidget>
@@ -35,6 +36,17 @@ void style::paintFocusRing(QPainter& painter, const QRectF& rectangle, double ra
     painter.setPen(QPen(white(0.85), 1.5));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(rectangle.adjusted(1, 1, -1, -1), radius, radius);
+}
+
+void style::makeQuiet(QScrollBar& bar)
+{
+    bar.setStyleSheet(
+        QStringLiteral("QScrollBar:vertical { background: transparent; width: %1px; }"
+                       "QScrollBar::handle:vertical { background: rgba(255,255,255,90);"
+                       " border-radius: 3px; min-height: 24px; margin: 1px; }"
+                       "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }"
+                       "QScrollBar::add-page, QScrollBar::sub-page { background: none; }")
+            .arg(scrollBarWidth));
 }
 
 QFont style::font(int size, QFont::Weight weight)

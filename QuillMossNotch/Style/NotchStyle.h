@@ -13,6 +13,7 @@
 
 class QPainter;
 class QRectF;
+class QScrollBar;
 class QWidget;
 
 namespace notch {
@@ -31,6 +32,10 @@ QColor white(double opacity);
 
 // Round what has the keyboard.
 void paintFocusRing(QPainter& painter, const QRectF& rectangle, double radius);
+
+// Narrow and without arrows.
+void makeQuiet(QScrollBar& bar);
+inline constexpr int scrollBarWidth = 8;
 
 // Sans serif with Chinese glyphs of the simplified forms, whatever the desktop's language.
 QFont font(int size, QFont::Weight weight = QFont::Normal);

@@ -9,6 +9,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <algorithm>
+
 namespace notch {
 namespace {
 
@@ -16,6 +18,23 @@ constexpr int symbolGap = 5;
 constexpr int chipMargin = 8;
 // More never fits into one line, and laying out a text of megabytes would take seconds.
 constexpr int maxLaidOut = 600;
+// Of a wrapped text: for two rows, and for any number.
+constexpr int smallerSize = 13;
+constexpr int smallestSize = 10;
+constexpr int wrapping = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap | Qt::TextWrapAnywhere;
+
+// Both of its ends, which is more than can be seen.
+QString laidOut(const QString& text)
+{
+    if (text.size() <= maxLaidOut)
+        return text;
+    return text.left(maxLaidOut / 2) + QChar(0x2026) + text.right(maxLaidOut / 2);
+}
+
+int wrappedHeight(const QFont& font, int width, const QString& text)
+{
+    return QFontMetrics(font).boundingRect({0, 0, width, 0}, wrapping, text).height();
+}
 
 int symbolSide(const QFont& font)
 {
@@ -56,6 +75,33 @@ void TextLine::setChip()
     setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
 }
 
+void TextLine::setWraps()
+{
+    wraps_ = true;
+    auto policy = QSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+}
+
+// The largest in which a wrapped text takes no more rows than its size may.
+QFont TextLine::fontAt(int width) const
+{
+    auto font = this->font();
+    if (!wraps_ || QFontMetrics(font).horizontalAdvance(text()) <= width)
+        return font;
+    font.setPixelSize(smallerSize);
+    if (wrappedHeight(font, width, text()) > 2 * QFontMetrics(font).lineSpacing())
+        font.setPixelSize(smallestSize);
+    return font;
+}
+
+int TextLine::heightForWidth(int width) const
+{
+    const auto font = fontAt(width - textLeft());
+    const int rows = wrappedHeight(font, width - textLeft(), text());
+    return std::max(rows + 2, sizeHint().height());
+}
+
 int TextLine::textLeft() const
 {
     const int left = chip_ ? chipMargin : 0;
@@ -66,8 +112,7 @@ QSize TextLine::sizeHint() const
 {
     const QFontMetrics metrics(font());
     const int height = font().pixelSize() + (chip_ ? 9 : 6);
-    return {textLeft() + metrics.horizontalAdvance(text().left(maxLaidOut)) + 1
-                + (chip_ ? chipMargin : 0),
+    return {textLeft() + metrics.horizontalAdvance(laidOut(text())) + 1 + (chip_ ? chipMargin : 0),
         height};
 }
 
@@ -84,11 +129,20 @@ void TextLine::paintEvent(QPaintEvent*)
     if (symbol_ != Symbol::none)
         paintSymbol(painter, {textLeft() - side - symbolGap, (height() - side) / 2, side, side},
             symbol_, colour_);
-    const auto line = rect().adjusted(textLeft(), 0, chip_ ? -chipMargin : 0, 0);
-    const auto words =
-        QFontMetrics(font()).elidedText(text().left(maxLaidOut), elide_, line.width());
     painter.setPen(colour_);
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
+    paintText(painter, rect().adjusted(textLeft(), 0, chip_ ? -chipMargin : 0, 0));
+}
+
+void TextLine::paintText(QPainter& painter, const QRect& place) const
+{
+    const auto font = fontAt(place.width());
+    painter.setFont(font);
+    if (font != this->font()) {
+        painter.drawText(place, wrapping, text());
+        return;
+    }
+    const auto words = QFontMetrics(font).elidedText(laidOut(text()), elide_, place.width());
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, words);
 }
 
 } // namespace notch

@@ -3,9 +3,11 @@
 
 #include "Style/VisibleText.h"
 
+#include "Foundation/Utf8.h"
+#include "Unicode/Scalars.h"
+
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace notch {
 namespace {
@@ -15,7 +17,8 @@ struct Range {
     char32_t last = 0;
 };
 
-constexpr std::size_t longestLine = 1'200; // Bytes.
+constexpr std::string_view leftToRightOverride = "\u202D";
+constexpr std::string_view popDirectionalFormatting = "\u202C";
 
 // Characters that show nothing of themselves: general categories Cc, Cf, Zl and Zp, the fillers
 // that draw as blanks, and the tags. Variation selectors stay: they only pick a glyph.
@@ -38,81 +41,58 @@ template <std::size_t count> bool contains(const std::array<Range, count>& range
         ranges, [=](Range range) { return scalar >= range.first && scalar <= range.last; });
 }
 
-std::size_t sequenceLength(char lead)
+// Nearly everything, and texts can be long.
+bool isPlain(char byte)
 {
-    const auto byte = static_cast<unsigned char>(lead);
-    if (byte < 0x80)
-        return 1;
-    if (byte < 0xE0)
-        return 2;
-    return byte < 0xF0 ? 3 : 4;
-}
-
-char32_t scalarOf(std::string_view sequence)
-{
-    constexpr std::array<unsigned char, 5> leadBits{0, 0x7F, 0x1F, 0x0F, 0x07};
-    auto scalar = static_cast<char32_t>(
-        static_cast<unsigned char>(sequence.front()) & leadBits[sequence.size()]);
-    for (const char next : sequence.substr(1))
-        scalar = (scalar << 6U) | (static_cast<unsigned char>(next) & 0x3FU);
-    return scalar;
+    return byte >= ' ' && byte <= '~';
 }
 
 std::string codeOf(char32_t scalar)
 {
-    std::array<char, 16> code{};
-    std::snprintf(code.data(), code.size(), "U+%04X", static_cast<unsigned>(scalar));
-    return std::string("‹") + code.data() + "›";
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    std::string code;
+    for (auto rest = scalar; rest > 0 || code.size() < 4; rest /= 16)
+        code.insert(code.begin(), digits[rest % 16]);
+    return "‹U+" + code + "›";
 }
-
-// One line so far.
-struct Line {
-    std::string text;
-    bool rightToLeft = false;
-
-    void add(std::string_view sequence, bool keepsTabs)
-    {
-        const auto scalar = scalarOf(sequence);
-        if (scalar >= U' ' && scalar <= U'~') { // Nearly everything, and texts can be long.
-            text += sequence;
-            return;
-        }
-        rightToLeft = rightToLeft || contains(rightToLeftRanges, scalar);
-        if (contains(hiddenRanges, scalar) && !(keepsTabs && scalar == U'\t'))
-            text += codeOf(scalar);
-        else
-            text += sequence;
-    }
-    std::string finished() const
-    {
-        if (!rightToLeft)
-            return text;
-        return std::string(leftToRightOverride) + text + std::string(popDirectionalFormatting);
-    }
-};
 
 } // namespace
 
 std::string visibleText(std::string_view text, Lines lines)
 {
-    std::string result;
-    Line line;
-    for (std::size_t at = 0; at < text.size();) {
-        const auto sequence = text.substr(at, sequenceLength(text[at]));
-        at += sequence.size();
-        if (lines == Lines::many && sequence == "\n") {
-            result += line.finished() + '\n';
-            line = {};
-        } else {
-            line.add(sequence, lines == Lines::many);
-        }
-        if (lines == Lines::many && line.text.size() >= longestLine) {
-            result += line.finished();
-            result += softBreak;
-            line = {};
-        }
+    const bool many = lines == Lines::many;
+    std::string shown;
+    shown.reserve(text.size());
+    bool rightToLeft = false;
+    while (!text.empty()) {
+        const auto plain =
+            static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+        shown += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty())
+            break;
+        ScalarReader reader(text);
+        const auto scalar = reader.next();
+        const bool kept = many && (scalar == U'\n' || scalar == U'\t');
+        rightToLeft = rightToLeft || contains(rightToLeftRanges, scalar);
+        if (!kept && contains(hiddenRanges, scalar))
+            shown += codeOf(scalar);
+        else
+            shown += reader.bytes();
+        text.remove_prefix(reader.bytes().size());
     }
-    return result + line.finished();
+    if (many || !rightToLeft)
+        return shown;
+    return std::string(leftToRightOverride) + shown + std::string(popDirectionalFormatting);
+}
+
+std::string cutInTheMiddle(std::string_view text, std::size_t longest)
+{
+    const auto count = scalarCount(text);
+    if (count <= longest)
+        return std::string(text);
+    const auto end = firstScalars(text, count - longest / 2).size();
+    return std::string(firstScalars(text, longest / 2)) + "…" + std::string(text.substr(end));
 }
 
 } // namespace notch

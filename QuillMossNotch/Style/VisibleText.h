@@ -9,20 +9,20 @@
 
 namespace notch {
 
-// Text of somebody else, made safe to look at: nothing in it can hide, reorder or imitate what
-// stands beside it. Controls, bidirectional marks and invisible characters are shown by their code
-// (‹U+202E›); text with right-to-left letters is held in the order in which it is stored by a pair
-// of override characters of our own, one pair a line. The text must be UTF-8.
+// Text of another program, made safe to look at: nothing in it can hide or imitate what is beside
+// it. Controls, bidirectional marks and invisible characters are shown by their code (‹U+202E›).
+// The text must be UTF-8.
 enum class Lines : std::uint8_t {
-    one, // Line breaks and tabs are shown by their code, too.
+    // Line breaks and tabs are shown by their code, too. A text with right-to-left letters is held
+    // in the order in which it is stored by a pair of override characters of our own.
+    one,
+    // For a TextBlock, which keeps that order by itself.
     many,
 };
 std::string visibleText(std::string_view text, Lines lines);
 
-// What visibleText() may have put round a line and into it; none of them comes through it from
-// the text itself, so that whoever copies what is shown can take them out again.
-inline constexpr std::string_view leftToRightOverride = "\u202D";
-inline constexpr std::string_view popDirectionalFormatting = "\u202C";
-inline constexpr std::string_view softBreak = "\u2060\n";
+// The whole text when it has no more than that many characters; else its beginning and its end, and
+// a mark between them.
+std::string cutInTheMiddle(std::string_view text, std::size_t longest);
 
 } // namespace notch

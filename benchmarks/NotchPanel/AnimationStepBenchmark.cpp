@@ -37,9 +37,9 @@ struct OpenNotch {
         model.setExpansionPresentation(true);
         auto owned = std::make_unique<NotchView>(model, outside.preferences, outside.time);
         owned->refresh();
-        panel.setContentView(
-            std::make_unique<NotchViewport>(std::move(owned), [](double) { return height; }));
-        panel.measureContent(width);
+        panel.setContentView(std::make_unique<NotchViewport>(
+            std::move(owned), [](double, double) { return height; }));
+        panel.fitContent(width, height);
         panel.applyFrame({0, 0, width, height}, width);
         panel.orderFront();
         QCoreApplication::processEvents();

@@ -30,7 +30,7 @@ public:
         current = frame;
         applied.emplace_back(frame, surfaceWidth);
     }
-    double measureContent(double) override { return contentHeight; }
+    double fitContent(double, double) override { return contentHeight; }
     bool isOnScreen() const override { return onScreen; }
     void bringToFront() override { ++raises; }
     void watchCover(bool watched) override { coverWatched = watched; }

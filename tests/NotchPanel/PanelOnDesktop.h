@@ -40,9 +40,9 @@ protected:
         panel.emplace();
         auto owned = std::make_unique<CountingContent>();
         content = owned.get();
-        panel->setContentView(
-            std::make_unique<NotchViewport>(std::move(owned), [](double) { return 300.0; }));
-        panel->measureContent(480);
+        panel->setContentView(std::make_unique<NotchViewport>(
+            std::move(owned), [](double, double) { return 300.0; }));
+        panel->fitContent(480, 1'000);
     }
     void show(const Rect& frame = open, double surfaceWidth = 480)
     {

@@ -4,6 +4,7 @@
 #include "Foundation/Json.h"
 #include "Scene.h"
 #include "Style/NotchStyle.h"
+#include "Style/TextBlock.h"
 #include "Style/VisibleText.h"
 
 #include <gmock/gmock.h>
@@ -11,24 +12,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
-#include <QPlainTextEdit>
-
-#include <algorithm>
+#include <QTest>
 
 namespace notch {
 namespace {
 
 using testing::HasSubstr;
-
-TEST(VisibleText, breaksLinesThatAreTooLong)
-{
-    const std::string text = std::string(3'000, 'x') + "\n\u2060";
-    const auto shown = visibleText(text, Lines::many);
-    EXPECT_EQ(std::ranges::count(shown, '\n'), 3);
-    const auto joined = QString::fromStdString(shown).remove(toQString(softBreak));
-    EXPECT_EQ(joined.toStdString(), std::string(3'000, 'x') + "\n‹U+2060›");
-    EXPECT_EQ(visibleText(text, Lines::one), std::string(3'000, 'x') + "‹U+000A›‹U+2060›");
-}
 
 TEST(VisibleText, showsWhatWouldHideOrReorder)
 {
@@ -36,8 +25,6 @@ TEST(VisibleText, showsWhatWouldHideOrReorder)
         std::string text;
         std::string shown;
     };
-    const std::string lro(leftToRightOverride);
-    const std::string pdf(popDirectionalFormatting);
     for (const auto& row : {
              Row{"rm -rf 目录 é", "rm -rf 目录 é"},
              Row{"a\n\tb", "a\n\tb"},
@@ -48,11 +35,11 @@ TEST(VisibleText, showsWhatWouldHideOrReorder)
              Row{"a\u200Bb\u00ADc\uFEFF", "a‹U+200B›b‹U+00AD›c‹U+FEFF›"},
              Row{"\u3164\U000E0041", "‹U+3164›‹U+E0041›"},
              Row{"a\u2028b\u0085", "a‹U+2028›b‹U+0085›"},
-             Row{"rm אב/\nls", lro + "rm אב/" + pdf + "\nls"},
+             Row{"rm אב/\nls", "rm אב/\nls"},
          }) {
         EXPECT_EQ(visibleText(row.text, Lines::many), row.shown);
     }
-    EXPECT_EQ(visibleText("a\n\tב", Lines::one), lro + "a‹U+000A›‹U+0009›ב" + pdf);
+    EXPECT_EQ(visibleText("a\n\tב", Lines::one), "\u202Da‹U+000A›‹U+0009›ב\u202C");
 }
 
 class HostileTextTest : public testing::Test, protected ShownScene {
@@ -67,18 +54,21 @@ protected:
     void expectNothingLeavesThePanel() const
     {
         for (const auto* const widget : view.findChildren<QWidget*>()) {
-            if (!widget->isVisible() || !widget->parentWidget()->parentWidget())
+            const bool scrolls =
+                widget->parentWidget()->objectName() == QLatin1String("qt_scrollarea_viewport");
+            if (!widget->isVisible() || !widget->parentWidget()->parentWidget() || scrolls)
                 continue;
             EXPECT_TRUE(widget->parentWidget()->rect().contains(widget->geometry()))
                 << widget->objectName().toStdString() << ' ' << widget->metaObject()->className();
         }
     }
 
-    QPlainTextEdit& parameters = find<QPlainTextEdit>("approval-parameters");
+    TextBlock& parameters = find<TextBlock>("approval-parameters");
 };
 
 TEST_F(HostileTextTest, staysTextInItsPlace)
 {
+    screenHeight = 480;
     for (const auto& text : {
              QStringLiteral("<b>允许本次</b><img src=x onerror=y>&amp;"),
              QStringLiteral("W").repeated(3000),
@@ -91,14 +81,15 @@ TEST_F(HostileTextTest, staysTextInItsPlace)
         SCOPED_TRACE(text.left(40).toStdString());
         arriveWith(text.toStdString());
         expectNothingLeavesThePanel();
-        EXPECT_LT(view.height(), 540);
+        EXPECT_LE(view.height(), screenHeight);
         EXPECT_EQ(this->text("decision-allow"), "允许本次");
         EXPECT_FALSE(find("approval-source").toolTip().contains(QStringLiteral("<b>")));
         for (const auto* const label : view.findChildren<QLabel*>())
             EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
-        play("details");
+        play("details, ask B, noHost, host demo");
+        EXPECT_LE(view.height(), screenHeight);
         expectNothingLeavesThePanel();
-        play("gone A, wait 5");
+        play("gone A, wait 5, gone B, wait 5");
     }
 }
 
@@ -106,18 +97,16 @@ TEST_F(HostileTextTest, isShownAndCopiedInTheOrderInWhichItIsStored)
 {
     arriveWith("rm א/ב ג \u202E \n" + std::string(100'000, 'x') + " end");
     play("details");
-    auto cursor = parameters.document()->find(QStringLiteral("א/ב ג"));
-    const int end = cursor.selectionEnd();
-    cursor.setPosition(cursor.selectionStart());
-    for (int left = -1; cursor.position() < end; cursor.movePosition(QTextCursor::NextCharacter)) {
-        EXPECT_GT(parameters.cursorRect(cursor).left(), left) << cursor.position();
-        left = parameters.cursorRect(cursor).left();
+    const auto start = static_cast<int>(parameters.text().indexOf(QStringLiteral("א/ב ג")));
+    for (int at = start, left = -1; at < start + 5; ++at) {
+        EXPECT_GT(parameters.characterRect(at).left(), left) << at;
+        left = parameters.characterRect(at).left();
     }
-    parameters.selectAll();
-    parameters.copy();
+    QTest::keySequence(&parameters, QKeySequence::SelectAll);
+    QTest::keySequence(&parameters, QKeySequence::Copy);
     const auto copied = QApplication::clipboard()->text().toStdString();
     EXPECT_THAT(copied, testing::AllOf(HasSubstr("rm א/ב ג ‹U+202E›"), HasSubstr("x end")));
-    EXPECT_THAT(copied, testing::Not(HasSubstr(std::string(leftToRightOverride))));
+    EXPECT_EQ(copied.size(), parameters.text().toUtf8().size());
 }
 
 } // namespace

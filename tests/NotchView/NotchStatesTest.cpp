@@ -224,38 +224,38 @@ TEST(NotchStates, headerHasASymbolWhereThereIsNoPicture)
 TEST(NotchStates, requestIsShownWithWhereItComesFrom)
 {
     const std::string directory = "目录：/home/lin/Projects/moss-garden]";
-    const std::string description = " | 原请求说明：清理旧的构建目录，再完整构建一次";
+    const std::string description = "原请求说明：清理旧的构建目录，再完整构建一次 / 原请求说明";
     const std::string command =
-        " | rm -rf build && cmake --preset release\ncmake --build --preset release";
+        " | rm -rf build && cmake --preset release\ncmake --build --preset release / 请求内容";
     const std::string bar =
         " | (chevron.down 查看完整参数) | (doc.on.doc 复制 [复制当前展示的完整内容])";
     const std::string time = " | clock 50 秒 | 时间用尽交回 QuillMoss 原流程，不自动允许";
     const std::string footer = " | lock 只允许这一项 | (去 QuillMoss 处理 ↗)";
     const std::string folder = " | 超时交回原窗口 | folder /home/lin/Projects/moss-garden | ";
     const std::string unarmed = " | xmark 拒绝 | checkmark 允许本次";
-    expectShown("approval-title/..",
+    expectShown("approval",
         {
             {"ask A, wait 0.5", "执行终端命令" + folder
                                     + "QuillMoss · 7c1f0a52-93b "
                                       "[会话：7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64\n"
-                                    + directory + description + command + bar + time
+                                    + directory + " | " + description + command + bar + time
                                     + " | (xmark 拒绝) | (+checkmark 允许本次)" + footer},
             {"card A, wait 0.5",
                 "!exclamationmark.shield 原生安全确认 · 只点击当前这张卡，不更改权限策略"
                 " | 确认批量删除 | 点击前重新核验 | macwindow 来自 QuillMoss 原窗口"
-                " | 原窗口：窗口"
-                    + description + " | !" + command + bar
+                " | 原窗口：窗口 | !"
+                    + description + command + bar
                     + " | (xmark 取消删除) | (+checkmark 允许本次删除)" + footer},
             {"ask A, edit B, switch 1",
                 "修改文件" + folder
                     + "QuillMoss · 会话一二三四五六七八九十 [会话：会话一二三四五六七八九十百千 "
-                    + directory + " | {\"file\":\"a\"}" + bar + time + unarmed + footer
+                    + directory + " | {\"file\":\"a\"} / 请求内容" + bar + time + unarmed + footer
                     + " | square.stack 待确认 2 / 2 | 执行终端命令 · moss-garden; "
                       "修改文件 · moss-garden;  / 选择请求 [切换待确认请求，不批量允许]"
                       " | (chevron.left / 上一条请求 [切换待确认请求，不批量允许])"
                       " | (chevron.right / 下一条请求 [切换待确认请求，不批量允许])"},
             {"empty A", "使用 Bash | 超时交回原窗口 | folder 未提供目录"
-                        " | QuillMoss AI · 未提供会话 [会话： 目录： ] | {}"
+                        " | QuillMoss AI · 未提供会话 [会话： 目录： ] | {} / 请求内容"
                             + bar + time + unarmed + footer},
         });
 }
@@ -285,7 +285,7 @@ TEST(NotchStates, timeTurnsOrangeAtTenSeconds)
 
 TEST(NotchStates, detailsAreHeadedByTheTool)
 {
-    const std::string closes = " | (chevron.up 返回命令视图) | ";
+    const std::string closes = " / 完整参数 | (chevron.up 返回命令视图) | ";
     const std::string copy = "(doc.on.doc 复制 [复制当前展示的完整内容])";
     const std::string copied = "(checkmark 已复制 [复制当前展示的完整内容])";
     const std::string input =

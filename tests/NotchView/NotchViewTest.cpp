@@ -3,11 +3,11 @@
 
 #include "Scene.h"
 #include "Style/SymbolPath.h"
+#include "Style/TextBlock.h"
 
 #include <gtest/gtest.h>
 
 #include <QListWidget>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <QTimer>
@@ -91,19 +91,32 @@ TEST_F(NotchViewTest, ticksOnlyWhileSomebodyCanSeeTheSeconds)
     EXPECT_FALSE(nextTick()) << "no deadline";
 }
 
-TEST_F(NotchViewTest, redrawingKeepsFocusSelectionAndScroll)
+TEST_F(NotchViewTest, redrawingKeepsFocusSelectionAndScrollAndAnythingElseBeginsAnew)
 {
-    play("long A");
-    auto& command = find<QPlainTextEdit>("approval-command");
-    command.setFocus();
-    command.selectAll();
-    command.verticalScrollBar()->setValue(5);
-    const int scrolled = command.verticalScrollBar()->value();
-    EXPECT_GT(scrolled, 0);
-    play("ask B, wait 0.5");
-    EXPECT_EQ(view.focusWidget(), &command);
-    EXPECT_TRUE(command.textCursor().hasSelection());
-    EXPECT_EQ(command.verticalScrollBar()->value(), scrolled);
+    struct Row {
+        const char* words;
+        bool keeps;
+    };
+    for (const auto& [words, keeps] : {
+             Row{"long C, wait 0.5", true},
+             Row{"switch 1, switch 1", false},
+             Row{"details, command", false},
+             Row{"close, open", false},
+             Row{"gone A, wait 5, long B", false},
+         }) {
+        ShownScene scene;
+        scene.play("long A, long D");
+        auto& command = scene.find<TextBlock>("approval-command");
+        auto& bar = *command.findChild<QScrollBar*>();
+        command.setFocus();
+        QTest::keySequence(&command, QKeySequence::SelectAll);
+        QTest::keyClick(&command, Qt::Key_PageDown);
+        EXPECT_GT(bar.value(), 0);
+        scene.play(words);
+        EXPECT_EQ(bar.value() > 0, keeps) << words;
+        EXPECT_EQ(command.selectedText().isEmpty(), !keeps) << words;
+        EXPECT_TRUE(!keeps || scene.view.focusWidget() == &command) << words;
+    }
 }
 
 } // namespace

@@ -70,6 +70,7 @@ Scene::Scene()
     operations_["longQuestion"] = [this] {
         wait("<b>选哪一个？</b>\u202E\n" + std::string(300, 'q') + "\n一\n二\n三\n四\n五");
     };
+    operations_["command"] = [this] { model.setShowAllParameters(false); };
     operations_["trusted"] = [this] { outside.monitor.trusted = true; };
     operations_["unreachable"] = [this] {
         outside.server.callbacks.onUnreachable();
@@ -118,7 +119,7 @@ ShownScene::ShownScene()
 void ShownScene::layOut()
 {
     view.refresh();
-    view.resize(480, view.fittingHeight(480));
+    view.resize(480, view.fit(480, screenHeight));
 }
 
 std::string ShownScene::text(const char* name) const

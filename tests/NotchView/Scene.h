@@ -35,6 +35,7 @@ struct ShownScene : Scene {
     QAbstractButton& button(const char* name) const { return find<QAbstractButton>(name); }
     std::string text(const char* name) const;
 
+    int screenHeight = 1'000;
     NotchView view{model, outside.time};
 };
 
