@@ -52,7 +52,10 @@ TextBlock::TextBlock(
 
 void TextBlock::setContent(const std::string& text)
 {
-    rows_.setText(toQString(text));
+    const auto words = toQString(text);
+    if (words == rows_.text())
+        return;
+    rows_.setText(words);
     setProperty("plainText", rows_.text());
     rewind();
     updateGeometry();

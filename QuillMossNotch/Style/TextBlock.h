@@ -26,7 +26,8 @@ public:
     TextBlock(
         const QFont& font, const QColor& colour, int maxHeight, Ground ground, QWidget* parent);
 
-    // Text made by visibleText(), from its first line on and with nothing selected.
+    // Text made by visibleText(), from its first line on and with nothing selected; a text that is
+    // there already stays as it is.
     void setContent(const std::string& text);
     // Back to the first line, with nothing selected; so does coming onto the screen.
     void rewind();
