@@ -43,19 +43,16 @@ std::optional<std::string> QuestionFlowIdentity::identify(std::string_view bindi
     std::int32_t pid, std::string_view title, int currentPage, int totalPages)
 {
     absenceCount_ = 0;
-    // 1
     if (pid < 1 || totalPages > maxPages || currentPage < 1 || currentPage > totalPages
         || !isPlainText(binding, maxBindingBytes, {})
         || !isPlainText(title, maxTitleBytes, allowedInTitles))
         return std::nullopt;
-    // 3
     if (epoch_ && epoch_->binding == binding && epoch_->pid == pid
         && epoch_->totalPages == totalPages) {
         const auto& seen = epoch_->titles.try_emplace(currentPage, title).first->second;
         if (seen == title)
             return epoch_->flowID;
     }
-    // 4
     epoch_ = Epoch{.flowID = UUID::random().text(),
         .binding = std::string(binding),
         .pid = pid,

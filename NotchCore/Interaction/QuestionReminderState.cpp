@@ -41,21 +41,17 @@ void QuestionReminderState::observeAbsence()
 
 void QuestionReminderState::observeWaiting(const QuestionReminder& reminder)
 {
-    // 2
     const Identity seen{.flowID = reminder.flowID, .pid = reminder.pid};
     if (identity_ != seen) {
         *this = {};
         identity_ = seen;
         token_ = PresentationToken{UUID::random()};
     }
-    // 3
     absenceCount_ = 0;
-    // 4
     const bool again = previousWaiting_ == reminder;
     waitingCount_ = again ? std::min(waitingCount_ + 1, scansThatConfirm) : 1;
-    // 5
     previousWaiting_ = reminder;
-    // 6: after a hand-off the host has the person's attention; asking again would nag.
+    // After a hand-off the host has the person's attention; asking again would nag.
     visibleReminder_.reset();
     if (waitingCount_ == scansThatConfirm && handoffStatus_ != HandoffStatus::activated)
         visibleReminder_ = reminder;

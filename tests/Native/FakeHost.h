@@ -5,12 +5,13 @@
 
 #include "Native/Accessibility.h"
 #include "Native/HostApplications.h"
-#include "support/TreeText.h"
+#include "Native/Mutation.h"
 
 #include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,15 +24,66 @@ namespace notch {
 struct FakeHost final : Accessibility, HostApplications, Clock {
     static constexpr std::int32_t pid = 7;
 
-    explicit FakeHost(std::string_view tree) { show(tree); }
+    explicit FakeHost(std::string_view given) { show(given); }
 
-    void show(std::string_view tree, const std::string& edits = {})
+    void show(std::string_view given)
     {
+        tree = given;
         windows = parseTree(tree);
-        editNodes(windows, edits);
         nodes.clear();
         for (const auto& window : windows)
             index(window);
+    }
+
+    // One thing that happens to the host:
+    //
+    //   front, hidden, ended, gone, twin, other pid, untrusted, no press
+    //   fail CALL            no answer to it
+    //   CALL takes SECONDS   longer than the others
+    //   NAME ID = VALUE      an attribute: true, false, none, other, a negative number for an
+    //                        error, #ID, [#ID], or a text
+    //   FROM => TO, before ID NODE   in its tree (Mutation.h)
+    //   at CALL: CHANGE      just before the answer to it
+    void apply(const std::string& change)
+    {
+        const auto two = [&change](const std::string& mark) {
+            const auto at = change.find(mark);
+            return std::pair{change.substr(0, at), change.substr(at + mark.size())};
+        };
+        if (change.starts_with("at ")) {
+            const auto [call, then] = two(": ");
+            once(call.substr(3), [this, then = then] { apply(then); });
+        } else if (change.find(" => ") != change.npos || change.starts_with("before ")) {
+            show(changedText(tree, change));
+        } else if (change.find(" = ") != change.npos) {
+            const auto [what, given] = two(" = ");
+            odd[what] = valueOf(given);
+        } else if (change.find(" takes ") != change.npos) {
+            const auto [call, seconds] = two(" takes ");
+            once(call, [this, seconds = seconds] { time += std::stod(seconds); });
+        } else if (change.starts_with("fail ")) {
+            failing.insert(change.substr(5));
+        } else {
+            happen(change);
+        }
+    }
+    // It lists no window, and calls this one both main and focused.
+    void fallBackTo(const std::string& id)
+    {
+        for (const auto& change : {std::string("AXWindows application = []"),
+                 "AXMainWindow application = #" + id, "AXFocusedWindow application = #" + id})
+            apply(change);
+    }
+    // Just before the answer to that call, the first time.
+    void once(const std::string& call, std::function<void()> work)
+    {
+        before = [this, call, work = std::move(work)](const std::string& made) {
+            if (made != call)
+                return;
+            const auto now = work;
+            before = {};
+            now();
+        };
     }
 
     Date now() const override { return {1000 + time}; }
@@ -92,6 +144,41 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
     mutable std::vector<std::string> calls;
 
 private:
+    void happen(const std::string& word)
+    {
+        if (word == "gone")
+            hosts.clear();
+        else if (word == "twin")
+            hosts.push_back({.pid = pid + 1});
+        else if (word == "untrusted")
+            trusted = false;
+        else if (word == "other pid")
+            ++hosts.at(0).pid;
+        else if (word == "front")
+            hosts.at(0).isActive = true;
+        else if (word == "hidden")
+            hosts.at(0).isHidden = true;
+        else if (word == "ended")
+            hosts.at(0).isTerminated = true;
+        else if (word == "no press")
+            actions = {"AXShowMenu"};
+        else
+            throw std::invalid_argument(word);
+    }
+    static AXValue valueOf(const std::string& text)
+    {
+        if (text.starts_with('['))
+            return text == "[]" ? AXElements{}
+                                : AXElements{element(text.substr(2, text.size() - 3))};
+        if (text.starts_with('#'))
+            return element(text.substr(1));
+        if (text.starts_with('-'))
+            return AXError{std::stoi(text)};
+        const std::map<std::string, AXValue> words{
+            {"true", true}, {"false", false}, {"none", AXNull{}}, {"other", AXOther{}}};
+        const auto word = words.find(text);
+        return word == words.end() ? AXValue(text) : word->second;
+    }
     static AXElement element(const std::string& id) { return {"host", id}; }
     static AXElements elements(const std::vector<NativeApprovalNode>& list)
     {
@@ -139,6 +226,7 @@ private:
         return at < node.texts.size() ? AXValue(node.texts[at]) : AXNull{};
     }
 
+    std::string tree;
     std::vector<NativeApprovalNode> windows;
     std::map<std::string, const NativeApprovalNode*> nodes;
 };

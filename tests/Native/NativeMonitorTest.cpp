@@ -6,6 +6,7 @@
 #include "Foundation/Json.h"
 #include "Native/FakeHost.h"
 #include "Native/Monitor/QuestionObservationFreshness.h"
+#include "support/HostTrees.h"
 
 #include <gmock/gmock.h>
 
@@ -18,41 +19,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
-const std::string cardTree = R"(
-Window #w @0,0,800,600 "Chat"
-  Group #card @0,0,800,600
-    StaticText #title @10,10,90,20 "检测到批量删除操作：累计删除数量 12 项，阈值 10"
-    StaticText #risk @110,10,90,20 "高风险命令，可能影响系统稳定性"
-    StaticText #command @10,40,190,20 "rm -rf build"
-    Button #allow @10,70,190,20 "允许本次删除"
-    Button #deny @10,94,190,20 "取消删除"
-)";
-const std::string questionTree = R"(
-Window #w @0,0,2000,2000
-  Group #page @0,0,600,800
-    StaticText #title @20,20,300,24 "哪一个？"
-    Button #previous @340,16,32,32 "上一题"
-      Image @352,28,8,8
-    StaticText @376,22,20,20 "2"
-    StaticText @400,22,10,20 "/"
-    StaticText @414,22,20,20 "3"
-    Button #next @440,16,32,32 "下一题"
-      Image @452,28,8,8
-    Button #skip @478,16,32,32 "全部跳过"
-      Image @490,28,8,8
-    Button @16,64,560,40 "1 本地"
-      StaticText @24,74,16,20 "1"
-      StaticText @48,74,400,20 "本地"
-      Image @550,74,16,20
-)";
-const std::string emptyTree = "Window #w @0,0,800,600\n";
-const std::string refusedTree = emptyTree + "  Button #allow @9,9,9,9 \"允许本次删除\"\n";
-
-std::string replaced(std::string text, const std::string& from, const std::string& to)
-{
-    return text.replace(text.find(from), from.size(), to);
-}
-const auto otherCard = replaced(cardTree, "build", "dist");
+const auto& cardTree = groupedCardTree;
+const std::string emptyTree = "Window #w @0,0,600,400 \"Chat\"\n";
+const std::map<std::string, std::string> trees{{"card", cardTree}, {"no card", emptyTree},
+    {"another card", changedText(cardTree, "build => dist")}, {"a question", questionTree},
+    {"a control", emptyTree + "  Button #b \"上一题\""}};
 
 // A monitor on a fake host. What it says and does is written down in order: "offer", "removal",
 // "status TEXT", "question waiting", "timer on".
@@ -98,16 +69,28 @@ protected:
         onceAfter = line;
         then = std::move(work);
     }
-    // Does that once, just before the host answers.
-    void during(const std::string& call, std::function<void()> work)
+    // Something that happens to the host (FakeHost::apply), or to the monitor: "stop", "approvals
+    // off", "show TREE"; at some moment, too: "at CALL: CHANGE".
+    void apply(const std::string& change)
     {
-        host.before = [this, call, work = std::move(work)](const std::string& made) {
-            if (made != call)
-                return;
-            const auto now = work;
-            host.before = {};
-            now();
-        };
+        if (const auto colon = change.find(": "); colon != change.npos)
+            host.once(change.substr(3, colon - 3), [=, this] { apply(change.substr(colon + 2)); });
+        else if (change.starts_with("show "))
+            host.show(trees.at(change.substr(5)));
+        else if (change == "stop")
+            monitor.stop();
+        else if (change == "approvals off")
+            start(false);
+        else
+            host.apply(change);
+    }
+    // A fresh host and a fresh run, with the card on offer.
+    void offerAnew()
+    {
+        host = FakeHost(cardTree);
+        restart();
+        tick();
+        said.clear();
     }
     void restart()
     {
@@ -119,13 +102,6 @@ protected:
         said.clear();
         monitor.tick();
         return std::exchange(said, {});
-    }
-    // A card is on offer, and nothing has been said since.
-    void offerCard()
-    {
-        start();
-        monitor.tick();
-        said.clear();
     }
     bool decide(Decision decision = Decision::allow)
     {
@@ -174,69 +150,49 @@ TEST_F(NativeMonitorTest, offersTheCardInTheBackgroundOnceWithAllItSays)
 // What a pass over the host finds while a card is on offer.
 TEST_F(NativeMonitorTest, takesTheCardBackOnTheFirstPassThatDoesNotConfirmIt)
 {
-    struct Row {
-        std::string name;
-        std::function<void()> change;
-        std::string_view status;
+    const std::vector<std::tuple<std::string, std::string_view, bool>> rows{
+        {"gone", monitorText::notRunning, true},
+        {"ended", monitorText::notRunning, true},
+        {"twin", monitorText::severalInstances, false},
+        {"front", monitorText::inFront, true},
+        {"hidden", monitorText::hidden, false},
+        {"untrusted", monitorText::needsAccess, false},
+        {"fail attributes risk", monitorText::incomplete, false},
+        {"show no card", monitorText::waiting, false},
+        {"#risk => #risk -visible", monitorText::refusedCard, false},
+        {"at attributes deny: front", monitorText::stateChanged, false},
     };
-    const std::vector<Row> rows{
-        {"no host", [this] { host.hosts.clear(); }, monitorText::notRunning},
-        {"a host that has ended", [this] { host.hosts[0].isTerminated = true; },
-            monitorText::notRunning},
-        {"two hosts", [this] { host.hosts.push_back({.pid = 8}); }, monitorText::severalInstances},
-        {"in front", [this] { host.hosts[0].isActive = true; }, monitorText::inFront},
-        {"hidden", [this] { host.hosts[0].isHidden = true; }, monitorText::hidden},
-        {"no permission", [this] { host.trusted = false; }, monitorText::needsAccess},
-        {"an incomplete scan", [this] { host.failing = {"attributes risk"}; },
-            monitorText::incomplete},
-        {"no card", [this] { host.show(emptyTree); }, monitorText::waiting},
-        {"a card that breaks a rule", [this] { host.show(cardTree, "risk-visible"); },
-            monitorText::refusedCard},
-        {"to the front during the scan",
-            [this] { during("attributes deny", [this] { host.hosts[0].isActive = true; }); },
-            monitorText::stateChanged},
-        {"to the front during the scan of no card",
-            [this] {
-                host.show(emptyTree);
-                during("AXTitle w", [this] { host.hosts[0].isActive = true; });
-            },
-            monitorText::inFront},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [change, why, mayRest] : rows) {
+        offerAnew();
+        apply(change);
+        EXPECT_THAT(tick(), ElementsAre("removal", status(why))) << change;
+        EXPECT_EQ(monitor.mayRest(), mayRest) << change;
         host = FakeHost(cardTree);
-        restart();
-        tick();
-        row.change();
-        EXPECT_THAT(tick(), ElementsAre("removal", status(row.status))) << row.name;
-        const bool atRest = row.status == monitorText::notRunning
-                         || (row.status == monitorText::inFront && !row.name.ends_with("card"));
-        EXPECT_EQ(monitor.mayRest(), atRest) << row.name;
-        host = FakeHost(cardTree);
-        EXPECT_THAT(tick(), ElementsAre(status(monitorText::found), "offer")) << row.name;
+        EXPECT_THAT(tick(), ElementsAre(status(monitorText::found), "offer")) << change;
     }
+    apply("show no card");
+    apply("at AXTitle w: front");
+    EXPECT_THAT(tick(), ElementsAre("removal", status(monitorText::inFront)));
 }
 
 TEST_F(NativeMonitorTest, replacesACardByAnotherOrByAnEqualOneOfOtherElements)
 {
-    for (const auto& tree :
-        {otherCard, replaced(cardTree, "#allow", "#allow2"), replaced(cardTree, "#card", "#card2"),
-            replaced(cardTree, "#risk", "#risk2"), replaced(cardTree, "\"Chat\"", "\"Talk\"")}) {
-        host = FakeHost(cardTree);
-        restart();
-        tick();
-        host.show(tree);
-        EXPECT_THAT(tick(), ElementsAre("removal", "offer")) << tree;
+    for (const auto* change : {"build => dist", "#allow => #allow2", "#card => #card2",
+             "#risk => #risk2", "\"Chat\" => \"Talk\""}) {
+        offerAnew();
+        apply(change);
+        EXPECT_THAT(tick(), ElementsAre("removal", "offer")) << change;
         EXPECT_NE(requests.back().id, requests[requests.size() - 2].id);
     }
     digest = same;
     host.show(cardTree);
     tick();
     for (const auto* button : {"#allow", "#deny"}) {
-        host.show(replaced(cardTree, button, "#other"));
+        host.show(changedText(cardTree, button + std::string(" => #other")));
         EXPECT_THAT(tick(), ElementsAre("removal", "offer")) << button;
     }
     host.show(cardTree);
-    after("removal", [this] { host.hosts[0].isActive = true; });
+    after("removal", [this] { apply("front"); });
     EXPECT_THAT(tick(), ElementsAre("removal")) << "nothing is found in front";
 }
 
@@ -246,9 +202,7 @@ TEST_F(NativeMonitorTest, pressesTheChosenButtonOnceAfterTakingTheCardBack)
 {
     for (const auto& [decision, button] :
         std::map<Decision, std::string>{{Decision::allow, "allow"}, {Decision::deny, "deny"}}) {
-        host = FakeHost(cardTree);
-        restart();
-        tick();
+        offerAnew();
         EXPECT_TRUE(decide(decision));
         EXPECT_THAT(said, ElementsAre("removal", status(monitorText::pressed)));
         EXPECT_THAT(host.pressed, ElementsAre(button));
@@ -265,7 +219,7 @@ TEST_F(NativeMonitorTest, pressesTheChosenButtonOnceAfterTakingTheCardBack)
 
 TEST_F(NativeMonitorTest, handsACardBackWithoutTouchingTheHost)
 {
-    offerCard();
+    offerAnew();
     host.calls.clear();
     EXPECT_TRUE(decide(Decision::passthrough));
     EXPECT_THAT(said, ElementsAre("removal"));
@@ -279,85 +233,55 @@ TEST_F(NativeMonitorTest, handsACardBackWithoutTouchingTheHost)
 // Whatever is wrong at the click, or goes wrong after it: nothing is pressed, and it is said why.
 TEST_F(NativeMonitorTest, pressesNothingUnlessAllIsAsItWasOffered)
 {
-    struct Row {
-        std::string name;
-        std::function<void()> change;
-        std::string_view status; // Empty: none.
+    const std::vector<std::pair<std::string, std::string_view>> rows{
+        {"untrusted", monitorText::accessLost},
+        {"fail attributes risk", monitorText::cardChanged},
+        {"front", monitorText::cardChanged},
+        {"twin", monitorText::cardChanged},
+        {"show no card", monitorText::cardChanged},
+        {"show another card", monitorText::cardChanged},
+        {"other pid", monitorText::cardChanged},
+        {"#w => #w2", monitorText::cardChanged},
+        {"#card => #card2", monitorText::cardChanged},
+        {"#allow => #allow2", monitorText::cardChanged},
+        {"#deny => #deny2", monitorText::cardChanged},
+        {"#risk => #risk2", monitorText::cardChanged},
+        {"12 项 => 13 项", monitorText::cardChanged},
+        {"Chat => Talk", monitorText::cardChanged},
+        // A further text in the group: it is another layout.
+        {"before title StaticText @10,300,9,9 \"x\"", monitorText::cardChanged},
+        {"at AXRole allow: AXRole allow = AXLink", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXEnabled allow = false", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXEnabled allow = -25200", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXHidden allow = true", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXTitle allow = 取消删除", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXDescription allow = 帮助", monitorText::buttonUnavailable},
+        {"at AXRole allow: AXValue allow = 允许本次删除\u200B", monitorText::buttonUnavailable},
+        {"at AXRole allow: no press", monitorText::buttonUnavailable},
+        {"fail actions allow", monitorText::buttonUnavailable},
+        {"at actions allow: front", monitorText::buttonUnavailable},
+        {"fail press allow", monitorText::pressFailed},
+        {"at attributes deny: approvals off", monitorText::buttonUnavailable},
+        {"at attributes deny: stop", ""},
+        {"at actions allow: stop", ""},
     };
-    const auto shows = [this](
-                           const std::string& tree) { return [this, tree] { host.show(tree); }; };
-    const auto odd = [this](const std::string& what, const AXValue& value) {
-        return [=, this] { during("AXRole allow", [=, this] { host.odd[what] = value; }); };
-    };
-    const auto gone = [this](const std::string& from, const std::string& to) {
-        return [=, this] { host.show(replaced(cardTree, from, to)); };
-    };
-    const std::vector<Row> rows{
-        {"permission lost", [this] { host.trusted = false; }, monitorText::accessLost},
-        {"incomplete", [this] { host.failing = {"attributes risk"}; }, monitorText::cardChanged},
-        {"in front", [this] { host.hosts[0].isActive = true; }, monitorText::cardChanged},
-        {"a second host", [this] { host.hosts.push_back({.pid = 8}); }, monitorText::cardChanged},
-        {"no card", shows(emptyTree), monitorText::cardChanged},
-        {"another command", shows(otherCard), monitorText::cardChanged},
-        {"another process", [this] { host.hosts[0].pid = 8; }, monitorText::cardChanged},
-        {"another window", gone("#w", "#w2"), monitorText::cardChanged},
-        {"another container", gone("#card", "#card2"), monitorText::cardChanged},
-        {"another allow button", gone("#allow", "#allow2"), monitorText::cardChanged},
-        {"another deny button", gone("#deny", "#deny2"), monitorText::cardChanged},
-        {"another element of the context", gone("#risk", "#risk2"), monitorText::cardChanged},
-        {"another title", gone("12 项", "13 项"), monitorText::cardChanged},
-        {"another layout",
-            gone(
-                "    StaticText #title", "    StaticText @10,200,9,9 \"x\"\n    StaticText #title"),
-            monitorText::cardChanged},
-        {"another window title", gone("Chat", "Talk"), monitorText::cardChanged},
-        {"no longer a button", odd("AXRole allow", std::string("AXLink")),
-            monitorText::buttonUnavailable},
-        {"disabled", odd("AXEnabled allow", false), monitorText::buttonUnavailable},
-        {"enabled is unknown", odd("AXEnabled allow", AXError{}), monitorText::buttonUnavailable},
-        {"hidden", odd("AXHidden allow", true), monitorText::buttonUnavailable},
-        {"the other label", odd("AXTitle allow", std::string("取消删除")),
-            monitorText::buttonUnavailable},
-        {"a further text", odd("AXDescription allow", std::string("帮助")),
-            monitorText::buttonUnavailable},
-        {"a hidden character", odd("AXValue allow", std::string("允许本次删除\u200B")),
-            monitorText::buttonUnavailable},
-        {"no press on offer", [this] { host.actions = {"AXShowMenu"}; },
-            monitorText::buttonUnavailable},
-        {"no actions", [this] { host.failing = {"actions allow"}; },
-            monitorText::buttonUnavailable},
-        {"to the front at the last look",
-            [this] { during("actions allow", [this] { host.hosts[0].isActive = true; }); },
-            monitorText::buttonUnavailable},
-        {"the press fails", [this] { host.failing = {"press allow"}; }, monitorText::pressFailed},
-        {"switched off during the scan",
-            [this] { during("attributes deny", [this] { start(false); }); },
-            monitorText::buttonUnavailable},
-        {"stopped during the scan",
-            [this] { during("attributes deny", [this] { monitor.stop(); }); }, ""},
-        {"stopped at the last look",
-            [this] { during("actions allow", [this] { monitor.stop(); }); }, ""},
-        {"stopped by the removal", [this] { after("removal", [this] { monitor.stop(); }); }, ""},
-    };
-    for (const auto& row : rows) {
-        host = FakeHost(cardTree);
-        digest = row.name == "another window title" ? plain : same;
-        restart();
-        tick();
-        said.clear();
-        row.change();
-        EXPECT_FALSE(decide()) << row.name;
-        EXPECT_THAT(host.pressed, IsEmpty()) << row.name;
-        EXPECT_EQ(said.at(0), "removal") << row.name;
-        EXPECT_EQ(said.back().starts_with("status ") ? said.back() : "status ", status(row.status))
-            << row.name;
+    for (const auto& [change, why] : rows) {
+        // All else is compared as well, should two cards ever share a fingerprint.
+        digest = change == "Chat => Talk" ? plain : same;
+        offerAnew();
+        apply(change);
+        EXPECT_FALSE(decide()) << change;
+        EXPECT_THAT(host.pressed, IsEmpty()) << change;
+        EXPECT_EQ(said.at(0), "removal") << change;
+        EXPECT_EQ(said.back().starts_with("status ") ? said.back() : "status ", status(why))
+            << change;
     }
 }
 
 TEST_F(NativeMonitorTest, aButtonThatIsReadForItsPressMayLackAttributes)
 {
-    offerCard();
-    during("AXRole allow", [this] {
+    offerAnew();
+    host.once("AXRole allow", [this] {
         host.failing = {"AXHidden allow", "AXTitle allow", "AXValue allow", "AXDescription allow"};
     });
     EXPECT_TRUE(decide());
@@ -366,12 +290,12 @@ TEST_F(NativeMonitorTest, aButtonThatIsReadForItsPressMayLackAttributes)
 
 TEST_F(NativeMonitorTest, looksNoFurtherForAClickThatIsOver)
 {
-    offerCard();
+    offerAnew();
     after("removal", [this] { restart(); });
     EXPECT_FALSE(decide(Decision::passthrough)) << "the run in which it was offered is over";
     tick();
     EXPECT_FALSE(monitor.decide("unknown", Decision::allow));
-    during("attributes deny", [this] {
+    host.once("attributes deny", [this] {
         host.calls.clear();
         restart();
     });
@@ -387,52 +311,41 @@ TEST_F(NativeMonitorTest, looksNoFurtherForAClickThatIsOver)
 
 TEST_F(NativeMonitorTest, endsAPassWhoseRunIsOver)
 {
-    const auto again = [this] { start(true, true); };
     struct Row {
-        std::string name;
+        std::string change; // While a card is on offer.
         std::string at; // The line after which it is started anew.
-        std::function<void()> arrange; // While a card is on offer.
         Lines said;
     };
     const std::vector<Row> rows{
-        {"another card", "question absent", [this] { host.show(otherCard); }, {"question absent"}},
-        {"another card, taken back", "removal", [this] { host.show(otherCard); },
-            {"question absent", "removal"}},
-        {"no card, taken back", "removal", [this] { host.show(emptyTree); },
-            {"question absent", "removal"}},
-        {"no permission", "question unavailable", [this] { host.trusted = false; },
-            {"question unavailable"}},
-        {"no permission, taken back", "removal", [this] { host.trusted = false; },
-            {"question unavailable", "removal"}},
-        {"a question, taken back", "removal", [this] { host.show(questionTree); }, {"removal"}},
-        {"a question, said", "status", [this] { host.show(questionTree); },
-            {"removal", status(monitorText::waiting)}},
+        {"show another card", "question absent", {"question absent"}},
+        {"show another card", "removal", {"question absent", "removal"}},
+        {"show no card", "removal", {"question absent", "removal"}},
+        {"untrusted", "question unavailable", {"question unavailable"}},
+        {"untrusted", "removal", {"question unavailable", "removal"}},
+        {"show a question", "removal", {"removal"}},
+        {"show a question", "status", {"removal", status(monitorText::waiting)}},
     };
     for (const auto& row : rows) {
-        host = FakeHost(cardTree);
-        monitor.stop();
+        offerAnew();
         start(true, true);
-        tick();
-        row.arrange();
-        after(row.at, again);
-        EXPECT_EQ(tick(), row.said) << row.name;
+        apply(row.change);
+        after(row.at, [this] { start(true, true); });
+        EXPECT_EQ(tick(), row.said) << row.change << ", anew after " << row.at;
     }
 }
 
 TEST_F(NativeMonitorTest, doesNotOfferWhatItsOwnAnnouncementHasOvertaken)
 {
-    const std::vector<std::pair<std::string, std::function<void()>>> rows{
-        {"started anew", [this] { start(); }},
-        {"stopped", [this] { monitor.stop(); }},
-        {"in front", [this] { host.hosts[0].isActive = true; }},
-    };
-    for (const auto& [name, change] : rows) {
+    for (const auto* change : {"front", "stop", "approvals off"}) {
         host = FakeHost(cardTree);
         restart();
-        after("status", change);
-        const auto lines = tick();
-        EXPECT_EQ(std::ranges::count(lines, "offer"), 0) << name;
+        after("status", [&] { apply(change); });
+        EXPECT_THAT(tick(), testing::Not(testing::Contains("offer"))) << change;
     }
+    restart();
+    host = FakeHost(cardTree);
+    after("status", [this] { start(); });
+    EXPECT_THAT(tick(), testing::Not(testing::Contains("offer"))) << "started anew";
 }
 
 // Switches
@@ -461,7 +374,7 @@ TEST_F(NativeMonitorTest, startsItsTimerOnceAndEndsWithNothingOnOffer)
 
 TEST_F(NativeMonitorTest, switchingApprovalsOffTakesTheCardBackAndForgetsWhatWasDecided)
 {
-    offerCard();
+    offerAnew();
     start(false);
     EXPECT_THAT(said, ElementsAre("removal"));
     EXPECT_THAT(tick(), ElementsAre(status(monitorText::waitingForQuestion)));
@@ -489,7 +402,7 @@ TEST_F(NativeMonitorTest, reportsAQuestionWithItsFlowAndTheMomentOfTheLook)
     const auto begun = host.time;
     EXPECT_THAT(tick(), ElementsAre(status(monitorText::waiting), "question waiting"));
     EXPECT_NEAR(captured.seconds, begun, 0.0015);
-    host.show(replaced(questionTree, "\"2\"", "\"3\""), "next-enabled");
+    host.show(changedText(changedText(questionTree, "\"2\" => \"3\""), "#next => #next -enabled"));
     tick();
     host.show(emptyTree);
     EXPECT_THAT(tick(), ElementsAre("question absent"));
@@ -497,7 +410,7 @@ TEST_F(NativeMonitorTest, reportsAQuestionWithItsFlowAndTheMomentOfTheLook)
     tick();
     EXPECT_EQ(std::set(flows.begin(), flows.end()).size(), 1U)
         << "one flow, over its pages and one absence";
-    host.show(replaced(questionTree, "#skip", "#skip2"));
+    apply("#skip => #skip2");
     tick();
     EXPECT_NE(flows.back(), flows.front()) << "other elements are another question";
     start(true, false);
@@ -508,50 +421,30 @@ TEST_F(NativeMonitorTest, reportsAQuestionWithItsFlowAndTheMomentOfTheLook)
 
 TEST_F(NativeMonitorTest, reportsAQuestionOnlyFromTheBackgroundAndWhatItCanBeSureOf)
 {
-    const auto fallback = [this] {
-        const AXElement own{"host", "w"};
-        host.odd = {{"AXWindows application", AXElements{}}, {"AXMainWindow application", own},
-            {"AXFocusedWindow application", own}};
-    };
-    struct Row {
-        std::string name;
-        std::function<void()> arrange;
-        Lines said;
-    };
     const auto incomplete = status(monitorText::incomplete);
-    const std::vector<Row> rows{
-        {"no question", [this] { host.show(emptyTree); },
-            {"question absent", status(monitorText::waiting)}},
-        {"a control alone", [this] { host.show(emptyTree + "  Button #b \"上一题\""); },
-            {"question unavailable", status(monitorText::waiting)}},
-        {"in doubt", [this] { host.odd["AXChildren w"] = AXOther{}; },
-            {"question unavailable", status(monitorText::waiting)}},
-        {"incomplete", [this] { host.failing = {"attributes page"}; },
-            {"question unavailable", incomplete}},
-        {"in the fallback", fallback,
-            {status(monitorText::questionInFallback), "question waiting"}},
-        {"no question in the fallback",
-            [this, fallback] {
-                host.show(emptyTree);
-                fallback();
-            },
-            {"question unavailable", incomplete}},
-        {"to the front during the scan",
-            [this] { during("attributes skip", [this] { host.hosts[0].isActive = true; }); },
-            {"question unavailable", status(monitorText::inFront)}},
-        {"to the front before the report",
-            [this] { after("status", [this] { host.hosts[0].isActive = true; }); },
-            {status(monitorText::waiting), "question unavailable"}},
-        {"no permission", [this] { host.trusted = false; },
-            {"question unavailable", status(monitorText::needsAccess)}},
+    const std::vector<std::pair<std::string, Lines>> rows{
+        {"show no card", {"question absent", status(monitorText::waiting)}},
+        {"show a control", {"question unavailable", status(monitorText::waiting)}},
+        {"AXChildren w = other", {"question unavailable", status(monitorText::waiting)}},
+        {"fail attributes page", {"question unavailable", incomplete}},
+        {"at attributes skip: front", {"question unavailable", status(monitorText::inFront)}},
+        {"untrusted", {"question unavailable", status(monitorText::needsAccess)}},
     };
-    for (const auto& row : rows) {
+    for (const auto& [change, lines] : rows) {
         host = FakeHost(questionTree);
         monitor.stop();
         start(true, true);
-        row.arrange();
-        EXPECT_EQ(tick(), row.said) << row.name;
+        apply(change);
+        EXPECT_EQ(tick(), lines) << change;
     }
+    host = FakeHost(questionTree);
+    host.fallBackTo("w");
+    EXPECT_THAT(tick(), ElementsAre(status(monitorText::questionInFallback), "question waiting"));
+    host.show(emptyTree);
+    EXPECT_THAT(tick(), ElementsAre("question unavailable", incomplete));
+    host = FakeHost(questionTree);
+    after("status", [this] { apply("front"); });
+    EXPECT_THAT(tick(), ElementsAre(status(monitorText::waiting), "question unavailable"));
     host = FakeHost(questionTree);
     start(false, true);
     EXPECT_THAT(tick(), ElementsAre(status(monitorText::questionOnly), "question waiting"));

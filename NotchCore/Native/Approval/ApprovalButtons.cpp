@@ -13,19 +13,16 @@
 namespace notch {
 namespace {
 
-// 1 and the first half of 2: a second button of a kind ends the search, since nothing that follows
-// can take it back.
+// A second button of a kind ends the search, since nothing that follows can take it back.
 std::optional<ApprovalButtons> collectButtons(std::span<const NativeApprovalNode> in)
 {
     ApprovalButtons found;
     ButtonLabels labels;
     for (PreOrderWalk walk(in); const auto* node = walk.next();) {
-        // 1.1
         if (!node->visible) {
             walk.skipChildren();
             continue;
         }
-        // 1.2
         if (!node->is(role::button))
             continue;
         const auto label = labels.of(*node);
@@ -51,12 +48,10 @@ ApprovalButtons::Path ApprovalButtons::commonAncestors() const
 std::optional<ApprovalButtons> findApprovalButtons(std::span<const NativeApprovalNode> in)
 {
     auto found = collectButtons(in);
-    // 2
     if (!found || found->allow.empty() || found->deny.empty())
         return std::nullopt;
     if (found->allow.front()->id != found->deny.front()->id)
         return std::nullopt;
-    // 3
     if (!found->allow.back()->enabled || !found->deny.back()->enabled)
         return std::nullopt;
     return found;

@@ -60,10 +60,8 @@ std::vector<ShownBelow> nodesBelow(const NativeApprovalNode& button)
 
 std::optional<std::string_view> ButtonLabels::of(const NativeApprovalNode& button)
 {
-    // 1
     if (!button.isTextless())
-        return commonLabel(button.texts); // 3
-    // 2
+        return commonLabel(button.texts);
     if (std::ranges::all_of(button.children, isSilentLeaf))
         return std::nullopt; // A button of an image: most textless ones.
     while (!ahead_.empty() && ahead_.back().button != &button)

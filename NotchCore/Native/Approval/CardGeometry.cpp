@@ -23,30 +23,30 @@ bool rulesHold(const ScreenRect& title, const ScreenRect& risk, const ScreenRect
     const double unit = allow.height;
     const double headingEnd = std::max(title.maxY(), risk.maxY());
     const std::array rules{
-        unit >= 12 && unit <= 128, // 1
+        unit >= 12 && unit <= 128,
         // The buttons form a stack, close enough to belong together.
-        isNear(allow.minX(), deny.minX()), // 2
-        isNear(allow.width, deny.width), // 3
-        isNear(allow.height, deny.height), // 4
-        allow.maxY() - 1 <= deny.minY(), // 5
-        deny.minY() - allow.maxY() <= std::min(unit, 24.0), // 6
+        isNear(allow.minX(), deny.minX()),
+        isNear(allow.width, deny.width),
+        isNear(allow.height, deny.height),
+        allow.maxY() - 1 <= deny.minY(),
+        deny.minY() - allow.maxY() <= std::min(unit, 24.0),
         // The command starts where the title and the buttons start.
-        std::abs(title.minX() - command.minX()) <= unit, // 7
-        allow.minX() - tolerance <= command.minX(), // 8
-        command.minX() <= allow.minX() + unit, // 9
+        std::abs(title.minX() - command.minX()) <= unit,
+        allow.minX() - tolerance <= command.minX(),
+        command.minX() <= allow.minX() + unit,
         // Title and risk share a line.
-        title.minX() - tolerance <= risk.minX(), // 10
-        risk.minX() < allow.maxX(), // 11
-        title.minY() - tolerance <= risk.minY(), // 12
-        risk.minY() < title.maxY(), // 13
-        title.minY() < risk.maxY(), // 14
+        title.minX() - tolerance <= risk.minX(),
+        risk.minX() < allow.maxX(),
+        title.minY() - tolerance <= risk.minY(),
+        risk.minY() < title.maxY(),
+        title.minY() < risk.maxY(),
         // Line, command and buttons follow each other, with little between them.
-        headingEnd <= command.minY() + tolerance, // 15
-        command.minY() - headingEnd <= 2 * unit, // 16
-        command.maxY() <= allow.minY() + tolerance, // 17
-        allow.minY() - command.maxY() <= 2 * unit, // 18
-        headingEnd - title.minY() <= 4 * unit, // 19
-        command.height <= 4 * unit, // 20
+        headingEnd <= command.minY() + tolerance,
+        command.minY() - headingEnd <= 2 * unit,
+        command.maxY() <= allow.minY() + tolerance,
+        allow.minY() - command.maxY() <= 2 * unit,
+        headingEnd - title.minY() <= 4 * unit,
+        command.height <= 4 * unit,
     };
     return std::ranges::all_of(rules, [](bool holds) { return holds; });
 }

@@ -25,13 +25,10 @@ using Nodes = std::span<const NativeApprovalNode>;
 // The text itself, or the one text in a group that holds nothing else; null for anything else.
 const NativeApprovalNode* unwrappedTextNode(const NativeApprovalNode& node)
 {
-    // 1
     if (!node.visible || !node.enabled)
         return nullptr;
-    // 2
     if (node.isLiveLeaf(role::staticText))
         return &node;
-    // 4
     if (!node.is(role::group) || !node.texts.empty() || node.children.size() != 1)
         return nullptr;
     const auto& child = node.children.front();
@@ -42,17 +39,14 @@ const NativeApprovalNode* unwrappedTextNode(const NativeApprovalNode& node)
     return node.frame->grownBy(wrapperTolerance).contains(*child.frame) ? &child : nullptr;
 }
 
-// 1 to 3: the group whose children both buttons are; null if there is none.
+// The group whose children both buttons are; null if there is none.
 const NativeApprovalNode* commonParent(const ApprovalButtons& buttons)
 {
-    // 1
     if (buttons.allow.size() < 2 || buttons.deny.size() < 2)
         return nullptr;
-    // 2
     const auto ancestors = buttons.commonAncestors();
     if (ancestors.empty() || !ancestors.back()->is(role::group))
         return nullptr;
-    // 3
     const auto* container = ancestors.back();
     const auto isParentIn = [&](const ApprovalButtons::Path& path) {
         return path[path.size() - 2]->id == container->id;
@@ -60,7 +54,7 @@ const NativeApprovalNode* commonParent(const ApprovalButtons& buttons)
     return isParentIn(buttons.allow) && isParentIn(buttons.deny) ? container : nullptr;
 }
 
-// 4, 5: the five that end with allow and deny, one right behind the other; empty if there are none.
+// The five that end with allow and deny, one right after the other; empty if there are none.
 Nodes cardRow(Nodes siblings, const ApprovalButtons& buttons)
 {
     const auto found = std::ranges::find(siblings, buttons.allowID(), &NativeApprovalNode::id);
@@ -70,37 +64,31 @@ Nodes cardRow(Nodes siblings, const ApprovalButtons& buttons)
     return siblings.subspan(allow - 3, std::tuple_size_v<CardRow>);
 }
 
-// 8, 9
 bool holdsOnlyACard(Nodes row)
 {
     const auto nodes = flattenNodes(row, maxCardNodes);
     return nodes && hasTwoButtons(*nodes) && areVisible(*nodes);
 }
 
-// 10: a third button under the two would belong to the card.
+// A third button under the two would belong to the card.
 bool isFollowedByButton(Nodes row, Nodes siblings)
 {
-    const auto* behind = row.data() + row.size();
-    return behind != siblings.data() + siblings.size() && behind->is(role::button);
+    const auto* after = row.data() + row.size();
+    return after != siblings.data() + siblings.size() && after->is(role::button);
 }
 
-// 11 to 14
 std::optional<NativeApprovalContext> cardContext(const NativeApprovalNode& title,
     const NativeApprovalNode& risk, const NativeApprovalNode& command)
 {
-    // 11
     const auto titles = ownTexts(title);
     const auto risks = ownTexts(risk);
     const auto commands = ownTexts(command);
     if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1)
         return std::nullopt;
-    // 12
     if (!isBulkSummary(titles[0]))
         return std::nullopt;
-    // 13
     if (risks[0] != Classifier::riskText)
         return std::nullopt;
-    // 14
     if (!Classifier::isCompleteCommand(commands[0]) || isBulkSummary(commands[0])
         || commands[0] == Classifier::riskText)
         return std::nullopt;
@@ -111,34 +99,27 @@ std::optional<NativeApprovalContext> cardContext(const NativeApprovalNode& title
 
 std::optional<NativeApprovalMatch> flattenedCard(const ApprovalButtons& buttons)
 {
-    // 1 to 3
     const auto* container = commonParent(buttons);
     if (!container)
         return std::nullopt;
-    // 4, 5
     const Nodes siblings = container->children;
     const auto row = cardRow(siblings, buttons);
     if (row.empty())
         return std::nullopt;
-    // 6
     if (!row[0].isLiveLeaf(role::staticText))
         return std::nullopt;
-    // 7
     const auto* risk = unwrappedTextNode(row[1]);
     const auto* command = unwrappedTextNode(row[2]);
     if (!risk || !command)
         return std::nullopt;
-    // 8, 9
     if (!holdsOnlyACard(row))
         return std::nullopt;
-    // 10
     if (isFollowedByButton(row, siblings))
         return std::nullopt;
-    // 11 to 14
     const auto context = cardContext(row[0], *risk, *command);
     if (!context)
         return std::nullopt;
-    // 15: also with the texts in place of their wrappers, which may be larger.
+    // Also with the texts in place of their wrappers, which may be larger.
     if (!hasCardGeometry({&row[0], &row[1], &row[2], &row[3], &row[4]})
         || !hasCardGeometry({&row[0], risk, command, &row[3], &row[4]}))
         return std::nullopt;

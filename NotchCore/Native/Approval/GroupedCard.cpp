@@ -27,27 +27,22 @@ std::size_t treeDepth(const NativeApprovalNode& node)
     return deepest + 1;
 }
 
-// 1 to 5
 bool isCardGroup(const NativeApprovalNode& candidate)
 {
-    // 1
     if (!candidate.is(role::group))
         return false;
-    // 2: before anything that would walk a larger tree.
+    // Before anything that would walk a larger tree.
     const auto nodes = flattenNodes({&candidate, 1}, maxCardNodes);
     if (!nodes)
         return false;
-    // 3
     if (treeDepth(candidate) > maxDepth)
         return false;
-    // 4
     if (!hasTwoButtons(*nodes))
         return false;
-    // 5
     return areVisible(*nodes);
 }
 
-// 6, 7: exactly one text of each kind.
+// Exactly one text of each kind.
 std::optional<NativeApprovalContext> cardContext(const NativeApprovalNode& candidate)
 {
     std::vector<std::string_view> titles;
@@ -57,10 +52,8 @@ std::optional<NativeApprovalContext> cardContext(const NativeApprovalNode& candi
         auto& kind = isBulkSummary(text) ? titles : text == Classifier::riskText ? risks : commands;
         kind.push_back(text);
     }
-    // 6
     if (titles.size() != 1 || risks.size() != 1 || commands.size() != 1)
         return std::nullopt;
-    // 7
     if (!Classifier::isCompleteCommand(commands[0]))
         return std::nullopt;
     return makeContext(titles[0], commands[0]);

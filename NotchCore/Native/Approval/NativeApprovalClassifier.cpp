@@ -43,20 +43,17 @@ std::optional<std::string_view> normalizedButtonLabel(std::string_view text)
 
 bool isCompleteCommand(std::string_view text)
 {
-    // 1
     if (trimmed(text).empty())
         return false;
-    // 2
     if (text.size() > maxCommandBytes)
         return false;
-    // 3 to 5: an ellipsis of any kind may stand for what is not shown.
+    // An ellipsis of any kind may stand for what is not shown.
     if (holds(text, "\u2026"))
         return false;
     if (holds(text, "..."))
         return false;
     if (holds(text, "\u22EF"))
         return false;
-    // 6
     return !hasUnsafeScalars(text);
 }
 
@@ -72,14 +69,11 @@ bool hasRecognizableButtons(std::span<const NativeApprovalNode> in)
 
 std::optional<NativeApprovalMatch> uniqueMatch(std::span<const NativeApprovalNode> in)
 {
-    // 1 to 4
     const auto buttons = findApprovalButtons(in);
     if (!buttons)
         return std::nullopt;
-    // 5
     if (auto match = groupedCard(*buttons))
         return match;
-    // 6, 7
     return flattenedCard(*buttons);
 }
 

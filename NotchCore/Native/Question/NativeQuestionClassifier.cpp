@@ -23,7 +23,7 @@ bool shows(const NativeApprovalNode& button, std::string_view label)
     return std::ranges::find(button.texts, label) != button.texts.end();
 }
 
-// The limits of 2.1, 2.2 and the first half of 3: one button of each label in the whole scan.
+// One button of each label in the whole scan, which is no larger than may be walked.
 bool hasOneOfEachControl(Nodes in)
 {
     std::array<int, navigationLabels.size()> counts{};
@@ -39,7 +39,6 @@ bool hasOneOfEachControl(Nodes in)
     return std::ranges::all_of(counts, [](int count) { return count == 1; });
 }
 
-// The ids of 2.1.
 bool hasDistinctIDs(Nodes in)
 {
     std::unordered_set<std::string_view> seen;
@@ -50,13 +49,13 @@ bool hasDistinctIDs(Nodes in)
     return true;
 }
 
-// 2.3
+// It can be seen and used, and has no place that makes no sense.
 bool isValid(const NativeApprovalNode& node)
 {
     return node.visible && node.enabled && (!node.frame || node.hasUsableFrame());
 }
 
-// 2.3 to 2.5: what is not inside the window by way of valid nodes only is no part of a card.
+// What is not inside the window by way of valid nodes only is no part of a card.
 void scanWindow(const NativeApprovalNode& window, std::vector<NativeQuestionMatch>& matches)
 {
     for (PreOrderWalk walk({&window, 1}); const auto* node = walk.next();) {
@@ -84,21 +83,17 @@ bool hasRecognizableQuestion(Nodes in)
     return false;
 }
 
-// The steps stand in another order than they are numbered in, which cannot be seen from outside,
-// since each failure is the same empty result: the cheap count of 3 goes first and the costly ids
-// of 2.1 go last, so that a scan without a card costs one walk, and a scan full of skip buttons is
-// not read once for each of them.
+// The cheap count goes first and the costly comparison of ids last, so that a scan without a card
+// costs one walk, and a scan full of skip buttons is not read once for each of them.
 std::optional<NativeQuestionMatch> uniqueMatch(Nodes in)
 {
     if (!hasOneOfEachControl(in))
         return std::nullopt;
-    // 2
     std::vector<NativeQuestionMatch> matches;
     for (const auto& root : in) {
         if (root.is(role::window) && root.hasUsableFrame())
             scanWindow(root, matches);
     }
-    // 3
     if (matches.size() != 1 || !hasDistinctIDs(in))
         return std::nullopt;
     return matches.front();

@@ -48,29 +48,23 @@ std::optional<std::vector<std::string>> contextIDs(Nodes header)
     return ids;
 }
 
-// 3 to 16, with the skip button as the header's last child of seven.
+// The card whose header of seven ends with this skip button.
 std::optional<NativeQuestionMatch> readCard(
     const NativeApprovalNode& group, std::size_t headerStart, std::string_view windowID)
 {
-    // 3
     const auto nodes = Nodes(group.children).subspan(headerStart);
     const auto headerNodes = nodes.first<headerSize>();
-    // 4 to 10
     const auto header = readQuestionHeader(headerNodes);
     if (!header)
         return std::nullopt;
-    // 11 to 13
     const auto rows = readQuestionRows(nodes.subspan(headerSize));
     if (!rows)
         return std::nullopt;
-    // 14
     if (!hasCardGeometry(*header, *rows, *group.frame))
         return std::nullopt;
-    // 15
     auto ids = contextIDs(headerNodes);
     if (!ids)
         return std::nullopt;
-    // 16
     return NativeQuestionMatch{.windowID = std::string(windowID),
         .containerID = group.id,
         .anchorID = headerNodes.back().id,
@@ -86,11 +80,10 @@ std::vector<NativeQuestionMatch> scanGroup(
     const NativeApprovalNode& group, std::string_view windowID, const ScreenRect& windowFrame)
 {
     std::vector<NativeQuestionMatch> matches;
-    // 1
     if (!group.hasUsableFrame() || !windowFrame.contains(*group.frame)
         || group.children.size() < minChildren)
         return matches;
-    // 2: six siblings in front of the anchor, and one behind it.
+    // Six siblings before the anchor, and one after it.
     for (std::size_t start = 0; start + headerSize < group.children.size(); ++start) {
         if (!isAnchor(group.children[start + headerSize - 1]))
             continue;

@@ -19,7 +19,7 @@ bool isNear(double a, double b)
 
 using Frames = std::span<const ScreenRect>;
 
-// 13: each control ends where the next begins, give or take a control's height.
+// Each control ends where the next begins, give or take a control's height.
 bool followEachOther(Frames controls, double unit)
 {
     const auto parted = [&](const ScreenRect& left, const ScreenRect& right) {
@@ -28,7 +28,7 @@ bool followEachOther(Frames controls, double unit)
     return std::ranges::adjacent_find(controls, parted) == controls.end();
 }
 
-// 14, 15: equal rows, one under the other.
+// Equal rows, one under the other.
 bool formColumn(Frames rows, double unit)
 {
     const auto& first = rows.front();
@@ -59,21 +59,20 @@ bool rulesHold(const QuestionHeaderFrames& header, Frames rows)
             && isOnLine(frame);
     };
     const std::array rules{
-        unit >= 12 && unit <= 64, // 1
-        isControl(previous) && isControl(next) && isControl(skip), // 2
-        isNumber(current) && isNumber(separator) && isNumber(total), // 3
-        std::abs(title.minY() - previous.minY()) <= unit / 2, // 4
-        title.height <= 16 * unit, // 5
-        title.maxX() <= previous.minX() + 1, // 6
-        previous.minX() - title.maxX() <= 2 * unit, // 7
-        row.height >= unit && row.height <= 3 * unit, // 8
-        row.width >= 6 * unit, // 9
-        row.minX() <= title.minX() && title.minX() - row.minX() <= row.height, // 10
-        title.maxX() <= row.maxX() && row.minX() <= previous.minX()
-            && skip.maxX() <= row.maxX(), // 11
-        headerEnd <= row.minY() && row.minY() - headerEnd <= 2 * unit, // 12
-        followEachOther(Frames(header).subspan(1), unit), // 13
-        formColumn(rows, unit), // 14, 15
+        unit >= 12 && unit <= 64,
+        isControl(previous) && isControl(next) && isControl(skip),
+        isNumber(current) && isNumber(separator) && isNumber(total),
+        std::abs(title.minY() - previous.minY()) <= unit / 2,
+        title.height <= 16 * unit,
+        title.maxX() <= previous.minX() + 1,
+        previous.minX() - title.maxX() <= 2 * unit,
+        row.height >= unit && row.height <= 3 * unit,
+        row.width >= 6 * unit,
+        row.minX() <= title.minX() && title.minX() - row.minX() <= row.height,
+        title.maxX() <= row.maxX() && row.minX() <= previous.minX() && skip.maxX() <= row.maxX(),
+        headerEnd <= row.minY() && row.minY() - headerEnd <= 2 * unit,
+        followEachOther(Frames(header).subspan(1), unit),
+        formColumn(rows, unit),
     };
     return std::ranges::all_of(rules, [](bool holds) { return holds; });
 }

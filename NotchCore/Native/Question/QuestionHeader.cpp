@@ -21,13 +21,10 @@ bool isTextLeaf(const NativeApprovalNode& node)
 
 bool isNavigationButton(const NativeApprovalNode& node, std::string_view label)
 {
-    // 1
     if (!node.is(role::button) || singleText(node) != label)
         return false;
-    // 2
     if (!node.visible || !node.hasUsableFrame())
         return false;
-    // 3
     if (node.children.size() != 1)
         return false;
     const auto& image = node.children.front();
@@ -57,29 +54,22 @@ std::optional<int> pageNumber(const NativeApprovalNode& node)
 std::optional<QuestionHeader> readQuestionHeader(std::span<const NativeApprovalNode, 7> nodes)
 {
     const auto &previous = nodes[1], &separator = nodes[3], &next = nodes[5], &skip = nodes[6];
-    // 4
     const auto title = questionTitle(nodes[0]);
     if (!title)
         return std::nullopt;
-    // 5
     if (!isNavigationButton(previous, previousLabel))
         return std::nullopt;
-    // 6
     const auto current = pageNumber(nodes[2]);
     if (!current)
         return std::nullopt;
-    // 7
     if (!isTextLeaf(separator) || singleText(separator) != "/")
         return std::nullopt;
-    // 8
     const auto total = pageNumber(nodes[4]);
     if (!total || *total < *current)
         return std::nullopt;
-    // 9
     if (!isNavigationButton(next, nextLabel) || !isNavigationButton(skip, skipLabel)
         || !skip.enabled)
         return std::nullopt;
-    // 10
     if (previous.enabled != (*current >= 2) || next.enabled != (*current < *total))
         return std::nullopt;
     QuestionHeader header{.title = *title, .currentPage = *current, .totalPages = *total};

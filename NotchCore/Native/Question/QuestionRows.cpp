@@ -28,19 +28,17 @@ bool isRowNumber(std::string_view text)
     return parsePage(text, maxRows).has_value();
 }
 
-// 7, 8: number, label and image stand side by side on the row's middle line, near its ends.
+// Number, label and image stand side by side on the row's middle line, near its ends.
 bool isLaidOutAsRow(const ScreenRect& row, const ScreenRect& number, const ScreenRect& label,
     const ScreenRect& image)
 {
     const auto isOnLine = [&](const ScreenRect& part) {
         return std::abs(part.midY() - row.midY()) <= lineTolerance;
     };
-    // 7
     if (number.maxX() > label.minX() || label.maxX() > image.minX()
         || label.minX() - number.maxX() > row.height || number.minX() - row.minX() > row.height
         || row.maxX() - image.maxX() > row.height)
         return false;
-    // 8
     return isOnLine(number) && isOnLine(label) && isOnLine(image);
 }
 
@@ -59,31 +57,24 @@ bool repeatsParts(std::string_view text, std::string_view number, std::string_vi
 
 bool isOptionRow(const NativeApprovalNode& row, int number)
 {
-    // 1
     if (!row.visible || !row.hasUsableFrame() || row.children.size() != 3)
         return false;
     const auto &numeral = row.children[0], &label = row.children[1], &image = row.children[2];
-    // 2
     if (!isTextPart(numeral) || parsePage(*singleText(numeral), maxRows) != number)
         return false;
-    // 3
     if (!isTextPart(label)
         || !isAcceptableText(*singleText(label), maxLabelBytes, LineBreaks::refused))
         return false;
-    // 4
     const auto text = singleText(row);
     if (!text || !isAcceptableText(*text, maxRowBytes, LineBreaks::allowed)
         || !repeatsParts(*text, *singleText(numeral), *singleText(label)))
         return false;
-    // 5
     if (!image.is(role::image) || !image.visible || !image.children.empty() || !image.isTextless()
         || !image.hasUsableFrame())
         return false;
-    // 6
     if (!std::ranges::all_of(
             row.children, [&](const auto& part) { return row.frame->contains(*part.frame); }))
         return false;
-    // 7, 8
     return isLaidOutAsRow(*row.frame, *numeral.frame, *label.frame, *image.frame);
 }
 
@@ -91,10 +82,8 @@ bool isOptionRow(const NativeApprovalNode& row, int number)
 bool looksLikeRow(const NativeApprovalNode& node)
 {
     const auto& parts = node.children;
-    // 1
     if (!node.is(role::button) || parts.empty() || !parts[0].is(role::staticText))
         return false;
-    // 2
     if (parts.size() == 3 && parts[1].is(role::staticText) && parts[2].is(role::image))
         return true;
     return std::ranges::any_of(parts[0].texts, isRowNumber);
@@ -127,20 +116,17 @@ bool hasPageMarker(Nodes nodes)
 
 std::optional<Nodes> readQuestionRows(Nodes nodes)
 {
-    // 11.1, 11.2
     const auto end = std::ranges::find_if_not(nodes, looksLikeRow);
     const auto rows = nodes.first(static_cast<std::size_t>(end - nodes.begin()));
-    // 11.3
     if (rows.size() > maxRows)
         return std::nullopt;
     for (int number = 1; const auto& row : rows) {
         if (!isOptionRow(row, number++))
             return std::nullopt;
     }
-    // 12
     if (rows.empty() || !std::ranges::all_of(rows, &NativeApprovalNode::enabled))
         return std::nullopt;
-    // 13: an answer that was not recognised must not go missing.
+    // An answer that was not recognised must not go missing.
     if (hasPageMarker(nodes.subspan(rows.size())))
         return std::nullopt;
     return rows;

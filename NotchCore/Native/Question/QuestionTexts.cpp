@@ -65,27 +65,21 @@ std::optional<int> parsePage(std::string_view text, int maximum)
 
 bool isAcceptableText(std::string_view text, std::size_t maximumBytes, LineBreaks lineBreaks)
 {
-    // 1
     if (text.size() > maximumBytes)
         return false;
-    // 2
     if (hasUnsafeQuestionScalars(text, lineBreaks))
         return false;
-    // 3
     const auto words = trimmed(text);
     if (words.empty())
         return false;
-    // 4
     if (std::ranges::count(text, '\n') >= maxLines)
         return false;
-    // 5: the terms have no capitals beyond ASCII, for which this lower case is exact.
+    // The terms have no capitals beyond ASCII, for which this lower case is exact.
     if (std::ranges::find(rejectedTerms, lowercasedName(words)) != rejectedTerms.end())
         return false;
-    // 6
     if (std::ranges::any_of(
             rejectedParts, [&](std::string_view part) { return text.find(part) != text.npos; }))
         return false;
-    // 7
     return !isDecimalDigits(words);
 }
 

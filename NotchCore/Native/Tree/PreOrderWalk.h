@@ -23,7 +23,7 @@ public:
 
     // Null at the end.
     const NativeApprovalNode* next();
-    // Goes on behind the subtree of the node last visited.
+    // Goes on after the subtree of the node last visited.
     void skipChildren() { descend_ = false; }
     // Of the node last visited; the nodes given have depth 0.
     std::size_t depth() const { return open_.size() - 1; }

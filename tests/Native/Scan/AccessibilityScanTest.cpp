@@ -63,29 +63,6 @@ TEST(AccessibilityScan, readsEachElementAsItIs)
     EXPECT_EQ(host.calls[1], "manual") << "before the first look at the windows";
 }
 
-// One thing about a host, and what becomes of its scan.
-struct Row {
-    std::string name;
-    std::function<void(FakeHost&)> arrange;
-    std::string verdict;
-};
-
-const auto answering = [](std::string what, AXValue value) {
-    return [=](FakeHost& host) { host.odd[what] = value; };
-};
-const auto failing = [](std::string call) {
-    return [=](FakeHost& host) { host.failing.insert(call); };
-};
-const auto showing = [](std::string text) { return [=](FakeHost& host) { host.show(text); }; };
-// From this call on each takes that long.
-const auto slowFrom = [](std::string slow, double seconds) {
-    return [=](FakeHost& host) {
-        host.before = [=, &host](const std::string& call) {
-            if (call == slow)
-                host.time += seconds;
-        };
-    };
-};
 std::string numbered(int count, const std::string& before, const std::string& after)
 {
     std::string lines;
@@ -93,94 +70,92 @@ std::string numbered(int count, const std::string& before, const std::string& af
         lines += before + "#m" + std::to_string(at) + after + '\n';
     return lines;
 }
-std::string texts(int count, std::size_t bytes)
-{
-    return window + numbered(count, "  Group ", " \"" + std::string(bytes, 'x') + '"');
-}
 
 TEST(AccessibilityScan, clearsAFlagForWhatItCouldNotRead)
 {
-    const std::vector<Row> rows{
-        {"no application element", failing("application"), "incomplete 0 of -1"},
-        {"no answer about the windows", failing("AXWindows application"), "incomplete 0 of -1"},
-        {"windows that are no list", answering("AXWindows application", AXOther{}),
-            "incomplete 0 of -1"},
-        {"no window", showing(""), "incomplete 0 of 0"},
-        {"12 windows", showing(numbered(12, "Window ", " @0,0,9,9")), "complete 12 of 12"},
-        {"13 windows", showing(numbered(13, "Window ", " @0,0,9,9")), "incomplete 0 of -1"},
-        {"a minimised window beside another",
-            [](FakeHost& host) {
-                host.show(tree + "Window #v @0,0,9,9");
-                host.odd["AXMinimized w"] = true;
-            },
-            "incomplete 1 of 2"},
-        {"minimised or not is unknown", failing("AXMinimized w"), "incomplete 0 of 1"},
-        {"a window without a place", showing("Window #w"), "incomplete 0 of 1"},
-        {"a window without an area", showing("Window #w @0,0,9,0"), "incomplete 0 of 1"},
-        {"no answer about an element", failing("attributes icon"), "incomplete 0 of 1"},
-        {"a role that is no text", answering("AXRole icon", AXNull{}), "incomplete 0 of 1"},
-        {"children that say none", answering("AXChildren page", AXError{AXError::noValue}),
-            "complete 1 of 1"},
-        {"children unsupported",
-            answering("AXChildren page", AXError{AXError::attributeUnsupported}),
-            "complete 1 of 1"},
-        {"no children at all", answering("AXChildren page", AXNull{}), "complete 1 of 1"},
-        {"children that cannot be told from an error",
-            answering("AXChildren page", AXError{-25200}), "complete 1 of 1 doubtful"},
-        {"a child that is gone", answering("AXChildren icon", AXElements{{"host", "gone"}}),
-            "incomplete 0 of 1"},
-        {"a circle", answering("AXChildren icon", AXElements{{"host", "page"}}),
-            "incomplete 0 of 1"},
-        {"one element in two places", answering("AXChildren icon", AXElements{{"host", "text"}}),
-            "complete 1 of 1"},
-        {"1,799 nodes", showing(window + numbered(1798, "  Group ", "")), "complete 1 of 1"},
-        {"1,800 nodes", showing(window + numbered(1799, "  Group ", "")), "incomplete 0 of 1"},
-        {"a depth of 36", showing(window + nested(36, 2, "Group")), "complete 1 of 1"},
-        {"a depth of 37", showing(window + nested(37, 2, "Group")), "incomplete 0 of 1"},
-        {"a text of 65,536 bytes", showing(texts(1, 65536)), "complete 1 of 1"},
-        {"a text of 65,537 bytes", showing(texts(1, 65537)), "incomplete 0 of 1"},
-        {"texts of 1,048,576 bytes",
-            showing("Window #w @0,0,9,9\n" + texts(16, 65536).substr(window.size())),
-            "complete 1 of 1"},
-        {"texts of one more",
-            showing("Window #w @0,0,9,9 \"x\"\n" + texts(16, 65536).substr(window.size())),
-            "incomplete 0 of 1"},
-        {"time used up by the application", slowFrom("application", 0.45), "incomplete 0 of -1"},
-        {"time used up by the announcement", slowFrom("manual", 0.45), "incomplete 0 of -1"},
-        {"time used up by the list", slowFrom("AXWindows application", 0.45), "incomplete 0 of -1"},
-        {"time used up by a node", slowFrom("attributes text", 0.45), "incomplete 0 of 1"},
-        {"time all but used up by a node", slowFrom("attributes text", 0.4499), "complete 1 of 1"},
-        {"time used up by the title", slowFrom("AXTitle w", 0.45), "incomplete 1 of 1"},
+    // What happens to the host, and what becomes of the scan.
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"fail application", "incomplete 0 of -1"},
+        {"fail AXWindows application", "incomplete 0 of -1"},
+        {"AXWindows application = other", "incomplete 0 of -1"},
+        {"AXWindows application = []", "incomplete 0 of 0"},
+        {"AXMinimized w = true", "incomplete 0 of 1"},
+        {"fail AXMinimized w", "incomplete 0 of 1"},
+        {"AXPosition w = -25200", "incomplete 0 of 1"},
+        {"800,600 => 800,0", "incomplete 0 of 1"},
+        {"fail attributes icon", "incomplete 0 of 1"},
+        {"AXRole icon = none", "incomplete 0 of 1"},
+        {"AXChildren page = -25212", "complete 1 of 1"}, // No value.
+        {"AXChildren page = -25205", "complete 1 of 1"}, // Not supported.
+        {"AXChildren page = none", "complete 1 of 1"},
+        {"AXChildren page = -25200", "complete 1 of 1 doubtful"},
+        {"AXChildren page = other", "complete 1 of 1 doubtful"},
+        {"AXChildren icon = [#gone]", "incomplete 0 of 1"},
+        {"AXChildren icon = [#page]", "incomplete 0 of 1"}, // A circle.
+        {"AXChildren icon = [#text]", "complete 1 of 1"}, // One element in two places.
+        {"application takes 0.45", "incomplete 0 of -1"},
+        {"manual takes 0.45", "incomplete 0 of -1"},
+        {"AXWindows application takes 0.45", "incomplete 0 of -1"},
+        {"attributes text takes 0.45", "incomplete 0 of 1"},
+        {"attributes text takes 0.4499", "complete 1 of 1"},
+        {"AXTitle w takes 0.45", "incomplete 1 of 1"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [change, verdict] : rows) {
         FakeHost host(tree);
-        row.arrange(host);
-        EXPECT_EQ(scan(host).verdict, row.verdict) << row.name;
-        EXPECT_LE(host.time, 100.45) << row.name << ": went on after its time";
+        host.apply(change);
+        EXPECT_EQ(scan(host).verdict, verdict) << change;
+        EXPECT_LE(host.time, 100.45) << change << ": went on after its time";
     }
+}
+
+TEST(AccessibilityScan, holdsAHostToItsLimits)
+{
+    const auto windows = [](int count) { return numbered(count, "Window ", " @0,0,9,9"); };
+    const auto groups = [](int count) { return window + numbered(count, "  Group ", ""); };
+    const auto deep = [](std::size_t depth) { return window + nested(depth, 2, "Group"); };
+    const auto texts = [](int count, std::size_t bytes, const std::string& more) {
+        return "Window #w @0,0,9,9" + more + '\n'
+             + numbered(count, "  Group ", " \"" + std::string(bytes, 'x') + '"');
+    };
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {windows(12), "complete 12 of 12"},
+        {windows(13), "incomplete 0 of -1"},
+        {groups(1798), "complete 1 of 1"},
+        {groups(1799), "incomplete 0 of 1"},
+        {deep(36), "complete 1 of 1"},
+        {deep(37), "incomplete 0 of 1"},
+        {texts(1, 65536, ""), "complete 1 of 1"},
+        {texts(1, 65537, ""), "incomplete 0 of 1"},
+        {texts(16, 65536, ""), "complete 1 of 1"},
+        {texts(16, 65536, " \"x\""), "incomplete 0 of 1"},
+    };
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        FakeHost host(rows[row].first);
+        EXPECT_EQ(scan(host).verdict, rows[row].second) << row;
+    }
+    FakeHost host(tree + "Window #v @0,0,9,9");
+    host.apply("AXMinimized w = true");
+    EXPECT_EQ(scan(host).verdict, "incomplete 1 of 2") << "the other window is read";
 }
 
 TEST(AccessibilityScan, readsTheWindowThatIsMainAndFocusedForQuestionsAlone)
 {
-    const AXElement own{"host", "w"}, other{"host", "v"};
-    const std::vector<Row> rows{
-        {"both the same", [](FakeHost&) {}, "complete 1 of 0 fallback"},
-        {"two windows", answering("AXFocusedWindow application", other), "incomplete 0 of 0"},
-        {"no main window", failing("AXMainWindow application"), "incomplete 0 of 0"},
-        {"a window of unknown process", failing("pid w"), "incomplete 0 of 0"},
-        {"no window but a sheet", answering("AXRole w", std::string("AXSheet")),
-            "incomplete 0 of 0"},
-        {"time used up", slowFrom("AXRole w", 0.45), "incomplete 0 of 0"},
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"AXTitle w = none", "complete 1 of 0 fallback"},
+        {"AXFocusedWindow application = #v", "incomplete 0 of 0"},
+        {"fail AXMainWindow application", "incomplete 0 of 0"},
+        {"fail pid w", "incomplete 0 of 0"},
+        {"AXRole w = AXSheet", "incomplete 0 of 0"},
+        {"AXRole w takes 0.45", "incomplete 0 of 0"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [change, verdict] : rows) {
         FakeHost host(tree + "Window #v @0,0,9,9");
-        host.odd = {{"AXWindows application", AXElements{}}, {"AXMainWindow application", own},
-            {"AXFocusedWindow application", own}};
-        row.arrange(host);
+        host.fallBackTo("w");
+        host.apply(change);
         const auto scanned = scan(host, true);
-        EXPECT_EQ(scanned.verdict, row.verdict) << row.name;
-        EXPECT_TRUE(scanned.titles.empty()) << row.name;
-        EXPECT_EQ(scan(host).verdict, "incomplete 0 of 0") << row.name << ", without questions";
+        EXPECT_EQ(scanned.verdict, verdict) << change;
+        EXPECT_TRUE(scanned.titles.empty()) << change;
+        EXPECT_EQ(scan(host).verdict, "incomplete 0 of 0") << change << ", without questions";
     }
 }
 
@@ -206,10 +181,11 @@ TEST(AccessibilityScan, seesWhatLiesInItsWindowAndReadsBelowItAlone)
 TEST(AccessibilityScan, takesTheSafeSideOfAnAttributeThatIsMissing)
 {
     FakeHost host(tree);
-    constexpr auto infinite = std::numeric_limits<double>::infinity();
-    host.odd = {{"AXEnabled button", AXError{}}, {"AXEnabled page", AXError{}},
-        {"AXHidden page", AXOther{}}, {"AXValue page", AXOther{}}, {"AXTitle w", AXOther{}},
-        {"AXSize icon", AXSize{infinite, 1}}, {"AXPosition icon", AXPoint{}}};
+    for (const auto* change : {"AXEnabled button = -1", "AXEnabled page = -1",
+             "AXHidden page = other", "AXValue page = other", "AXTitle w = other"})
+        host.apply(change);
+    host.odd["AXSize icon"] = AXSize{std::numeric_limits<double>::infinity(), 1};
+    host.odd["AXPosition icon"] = AXPoint{};
     const auto scanned = scan(host);
     EXPECT_FALSE(scanned.node("button").enabled);
     EXPECT_TRUE(scanned.node("page").enabled);

@@ -5,33 +5,37 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <sstream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace notch {
 namespace {
 
 TEST(NativeScanCoverage, trustsAScanForWhatItCovered)
 {
-    // Windows, roots, complete tree, complete question tree, agreed fallback; then what it may be
-    // trusted for: a an approval, p a question seen, n no question seen.
-    const std::map<std::string, std::string> trusted{{"-1 0 0 0 0", ""}, {"1 1 1 1 0", "apn"},
-        {"12 12 1 1 0", "apn"}, {"13 13 1 1 0", ""}, {"0 0 1 1 0", ""}, {"-1 -1 1 1 0", ""},
-        {"2 1 1 1 0", ""}, {"1 2 1 1 0", ""}, {"1 1 0 1 0", ""}, {"1 1 1 0 0", "a"},
-        {"1 1 1 1 1", ""}, {"0 1 1 1 1", "p"}, {"0 1 1 1 0", ""}, {"0 1 0 1 1", ""},
-        {"0 1 1 0 1", ""}, {"0 2 1 1 1", ""}};
-    for (const auto& [scan, wanted] : trusted) {
-        NativeScanCoverage coverage;
-        std::istringstream(scan) >> coverage.primaryWindowCount >> coverage.scannedRootCount
-            >> coverage.treeComplete >> coverage.questionTreeComplete
-            >> coverage.agreedQuestionFallback;
-        EXPECT_EQ(std::string(coverage.approvalComplete() ? "a" : "")
-                      + (coverage.questionPositiveComplete() ? "p" : "")
-                      + (coverage.questionAbsenceComplete() ? "n" : ""),
-            wanted)
-            << scan;
-    }
+    const std::string all = "approval question absence";
+    const auto trusted = [](const NativeScanCoverage& coverage) {
+        std::string uses;
+        for (const auto& [use, holds] : {std::pair{"approval", coverage.approvalComplete()},
+                 std::pair{"question", coverage.questionPositiveComplete()},
+                 std::pair{"absence", coverage.questionAbsenceComplete()}})
+            if (holds)
+                uses += (uses.empty() ? "" : " ") + std::string(use);
+        return uses;
+    };
+    // Windows, roots, complete tree, no doubtful children, agreed fallback.
+    EXPECT_EQ(trusted({1, 1, true, true, false}), all);
+    EXPECT_EQ(trusted({12, 12, true, true, false}), all);
+    EXPECT_EQ(trusted({1, 1, true, false, false}), "approval");
+    EXPECT_EQ(trusted({0, 1, true, true, true}), "question");
+    const std::vector<NativeScanCoverage> untrusted{{-1, 0, false, false, false},
+        {13, 13, true, true, false}, {0, 0, true, true, false}, {-1, -1, true, true, false},
+        {2, 1, true, true, false}, {1, 2, true, true, false}, {1, 1, false, true, false},
+        {1, 1, true, true, true}, {0, 1, true, true, false}, {0, 1, false, true, true},
+        {0, 1, true, false, true}, {0, 2, true, true, true}};
+    for (std::size_t row = 0; row < untrusted.size(); ++row)
+        EXPECT_EQ(trusted(untrusted[row]), "") << row;
 }
 
 TEST(NativeScanCoverage, acceptsOneWindowThatIsMainAndFocused)
