@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "EndToEnd/NotchOnDesktop.h"
+#include "Platform/RunningApplications/RunningApplications.h"
 
 #include <csignal>
 #include <sys/wait.h>
@@ -35,7 +36,11 @@ protected:
             editor.openWindow("editor");
             ::pause();
         }
-        ASSERT_TRUE(waitUntil([&] { return other_.focus() != host_; }));
+        const RunningApplications editors({"editor"});
+        ASSERT_TRUE(waitUntil([&] {
+            const auto running = editors.running();
+            return !running.empty() && running.front().isActive;
+        }));
     }
     void TearDown() override
     {
@@ -51,7 +56,8 @@ protected:
     // As the host tells of it, through the hook.
     static void tell(const std::string& event)
     {
-        ChildProcess hook(PROGRAM_PATH, {"--completion-hook", "--source", "quillmoss"});
+        ChildProcess hook(PROGRAM_PATH, {"--completion-hook", "--source", "quillmoss",
+                                            "--owner-marker", "quillmoss-notch-completion-v1"});
         hook.write(R"({"hook_event_name":)" + event + '}');
         hook.closeInput();
         expectSilence(hook.finish());
