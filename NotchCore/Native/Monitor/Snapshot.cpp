@@ -30,16 +30,14 @@ std::optional<Candidate> resolve(const NativeApprovalMatch& match, const AXRead&
     const auto deny = read.element(match.denyID);
     if (!window || !container || !allow || !deny)
         return std::nullopt;
-    Candidate card{.request = {},
-        .fingerprint = {},
-        .pid = read.pid,
-        .window = *window,
-        .container = *container,
-        .allow = *allow,
-        .deny = *deny,
-        .contextElements = {},
-        .layout = match.layout,
-        .context = match.context};
+    Candidate card;
+    card.pid = read.pid;
+    card.window = *window;
+    card.container = *container;
+    card.allow = *allow;
+    card.deny = *deny;
+    card.layout = match.layout;
+    card.context = match.context;
     for (const auto& id : match.contextNodeIDs)
         if (const auto element = read.element(id))
             card.contextElements.push_back(*element);
