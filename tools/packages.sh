@@ -14,6 +14,9 @@ run_packages=(
 # What only the tests need beyond these.
 test_packages=(clang-format clang-tidy x11-xserver-utils libnss-wrapper gir1.2-gtk-3.0 python3-gi)
 
+# What only the Debian package needs: to find its dependencies, and to be checked.
+package_packages=(dpkg-dev file lintian desktop-file-utils appstream fakeroot)
+
 # What only the fuzz targets need beyond these.
 fuzz_packages=(clang libclang-rt-14-dev)
 

@@ -114,31 +114,20 @@ TEST(ConfigurationFile, needsAnAbsolutePathWithoutDetours)
 // What another program does once the file is open, before it is looked at or while it is read.
 TEST(ConfigurationFile, isRefusedWhenItChangesWhileItIsRead)
 {
-    struct Row {
-        const char* call;
-        std::string command;
-        const char* installer = "读取时配置发生变化，请重试。";
-        const char* inspector = "读取期间配置发生变化，请刷新重试。";
-    };
-    for (const auto& row : {
-             Row{"read", "echo >>settings.json"},
-             Row{"read", "printf %4194304s >>settings.json", "配置文件过大。",
-                 "配置超过 4 MB，未继续读取。"},
-             Row{"fstat", "echo {} >new; mv new settings.json"},
+    for (const auto& [call, command, message] : {
+             std::tuple{"read", "echo >>settings.json", "读取期间配置发生变化，请刷新重试。"},
+             std::tuple{"read", "printf %4194304s >>settings.json", "配置超过 4 MB，未继续读取。"},
+             std::tuple{"fstat", "echo {} >new; mv new settings.json",
+                 "读取期间配置发生变化，请刷新重试。"},
          }) {
         const SettingsFile settings("{}");
-        // The installer opens the file only under the lock.
-        const auto changing = [&](bool isOpen) {
-            return WatchedFileSystem([&, isOpen, acted = false](const Call& call) mutable {
-                if (isOpen && call.name == row.call && !std::exchange(acted, true))
-                    run(settings.directory(), row.command);
-                isOpen = isOpen || call.name == "flock";
-                return Fault{};
-            });
-        };
-        EXPECT_EQ(inspection(settings.url(), changing(true)), row.inspector) << row.command;
-        settings.write("{}");
-        EXPECT_EQ(installation(settings.url(), changing(false)), row.installer) << row.command;
+        bool acted = false;
+        const WatchedFileSystem changing([&, name = call, act = command](const Call& each) {
+            if (each.name == name && !std::exchange(acted, true))
+                run(settings.directory(), act);
+            return Fault{};
+        });
+        EXPECT_EQ(inspection(settings.url(), changing), message) << command;
     }
 }
 

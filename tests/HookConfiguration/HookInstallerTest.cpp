@@ -15,32 +15,7 @@ using InterceptBash = HookInstaller::InterceptBash;
 
 constexpr const char* notJson = "配置必须是合法 JSON 对象；未修改文件。";
 
-TEST(HookInstaller, writesAMissingFileWithItsDirectory)
-{
-    const TemporaryDirectory home;
-    const auto directory = home / ".quillmoss-ai";
-    const auto backup = HookInstaller().install(
-        directory + "/settings.json", "/it's/N", "quillmossAI", InterceptBash::no);
-    EXPECT_EQ(SettingsFile::textOf(directory + "/settings.json"), R"({
-  "hooks" : {
-    "PermissionRequest" : [
-      {
-        "hooks" : [
-          {
-            "command" : "'/it'\\''s/N' '--hook' '--source' 'quillmossAI' '--owner-marker' 'quillmoss-notch-v1'",
-            "timeout" : 60,
-            "type" : "command"
-          }
-        ]
-      }
-    ]
-  }
-}
-)");
-    EXPECT_EQ(SettingsFile::textOf(backup), "{}\n");
-}
-
-TEST(HookInstaller, givesWhatItMakesItsWholeModeUnderAnyUmask)
+TEST(HookInstaller, makesAMissingFileWithItsDirectoryAndWholeModesUnderAnyUmask)
 {
     const OrdinaryUser user;
     for (const mode_t mask : {0000, 0177, 0277, 0477}) {
@@ -49,6 +24,7 @@ TEST(HookInstaller, givesWhatItMakesItsWholeModeUnderAnyUmask)
         const auto usual = ::umask(mask);
         const auto backup = installOwn(directory + "/settings.json");
         ::umask(usual);
+        EXPECT_EQ(SettingsFile::textOf(backup), "{}\n");
         for (const auto& [path, mode] : {
                  std::pair{directory, 0700},
                  std::pair{directory + "/settings.json", 0600},
