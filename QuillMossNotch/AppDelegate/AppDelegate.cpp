@@ -81,6 +81,7 @@ void AppDelegate::willTerminate()
     signals_.reset();
     pointerMonitor_.reset();
     QCoreApplication::instance()->removeEventFilter(this);
+    model_.subscribe({}); // There is nothing to lay out any more.
 }
 
 void AppDelegate::buildStatusItem()

@@ -7,8 +7,8 @@
 #include "AppDelegate/LaunchOptions.h"
 #include "AppDelegate/NotchStage.h"
 #include "AppDelegate/QuitAlert.h"
+#include "AppDelegate/QuitEffects.h"
 #include "AppDelegate/QuitFlow.h"
-#include "AppDelegate/QuitStage.h"
 #include "AppDelegate/SettingsWindow.h"
 #include "AppModel/AppModel.h"
 #include "Platform/Pointer/PointerMonitor.h"
@@ -31,7 +31,7 @@ namespace notch {
 //   delegate.launch();
 //   application.exec();
 //   delegate.willTerminate();
-class AppDelegate final : public QObject, private QuitStage {
+class AppDelegate final : public QObject, private QuitEffects {
 public:
     // `outside` and `hookFiles` hold borrowed things, which must outlive the delegate.
     AppDelegate(const AppModel::Outside& outside, const HookFlow::Surroundings& hookFiles,

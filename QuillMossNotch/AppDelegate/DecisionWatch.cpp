@@ -44,7 +44,7 @@ DecisionWatch::~DecisionWatch()
     model_.setDisplay(nullptr);
 }
 
-void DecisionWatch::coverChanged()
+void DecisionWatch::beginAnew()
 {
     forget();
     panel_.viewport().update(); // What the server kept of it would be no new frame.

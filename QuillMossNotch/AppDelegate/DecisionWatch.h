@@ -29,8 +29,8 @@ public:
     ~DecisionWatch() override;
     Q_DISABLE_COPY_MOVE(DecisionWatch)
 
-    // Other windows have hidden the surface, or have left a part of it again.
-    void coverChanged();
+    // Other windows or a screen locker have hidden the surface, or have left a part of it again.
+    void beginAnew();
 
     std::optional<ShownDecision> onShow() const override;
     std::optional<InputTime> inputTime() const override;

@@ -22,7 +22,7 @@ public:
 
     // In one of the program's own windows. Only Esc in the panel is kept from the views.
     Handling inApplication(Event event);
-    // In somebody else's window.
+    // In another program's window.
     void systemWide(Event event);
 
 private:

@@ -46,13 +46,14 @@ NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Reques
           .refreshHit = [this] { refreshHit(); },
       })
     , decisionWatch_(model, panel_, view_, animator_)
+    , sessionLock_([this] { decisionWatch_.beginAnew(); })
 {
     animator_.frameDidChange = [this] { refreshHit(); };
     panel_.surfaceHidden = [this] {
-        decisionWatch_.coverChanged();
+        decisionWatch_.beginAnew();
         raising_.hidden();
     };
-    panel_.surfaceUncovered = [this] { decisionWatch_.coverChanged(); };
+    panel_.surfaceUncovered = [this] { decisionWatch_.beginAnew(); };
 }
 
 void NotchStage::layOut()

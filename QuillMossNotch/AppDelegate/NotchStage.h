@@ -12,6 +12,7 @@
 #include "NotchPanel/VerticalRevealAnimator.h"
 #include "NotchView/NotchView.h"
 #include "Platform/Display/Screens.h"
+#include "Platform/SessionLock/SessionLock.h"
 
 #include <functional>
 
@@ -50,6 +51,7 @@ private:
     Screens screens_;
     LayoutPass layoutPass_;
     DecisionWatch decisionWatch_;
+    SessionLock sessionLock_;
 };
 
 } // namespace notch

@@ -9,7 +9,7 @@
 
 namespace notch {
 
-void QuitAlert::ask(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered)
+void QuitAlert::ask(const QuitQuestion& question, std::function<void(QuitEffects::Answer)> answered)
 {
     auto* const box = new QMessageBox;
     box_ = box;
@@ -26,7 +26,7 @@ void QuitAlert::ask(const QuitQuestion& question, std::function<void(QuitStage::
     box->setEscapeButton(stay);
     QObject::connect(box, &QMessageBox::finished, box, [=, answered = std::move(answered)] {
         answered(
-            box->clickedButton() == leave ? QuitStage::Answer::leave : QuitStage::Answer::stay);
+            box->clickedButton() == leave ? QuitEffects::Answer::leave : QuitEffects::Answer::stay);
     });
     box->setWindowModality(Qt::ApplicationModal);
     bringForward();

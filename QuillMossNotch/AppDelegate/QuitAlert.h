@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "AppDelegate/QuitStage.h"
+#include "AppDelegate/QuitEffects.h"
 
 #include <QMessageBox>
 #include <QPointer>
@@ -14,7 +14,7 @@ namespace notch {
 class QuitAlert {
 public:
     // `answered` runs once, later; never when the program ends before.
-    void ask(const QuitQuestion& question, std::function<void(QuitStage::Answer)> answered);
+    void ask(const QuitQuestion& question, std::function<void(QuitEffects::Answer)> answered);
     // Nothing unless it asks.
     void bringForward();
 

@@ -5,9 +5,9 @@
 
 namespace notch {
 
-QuitFlow::QuitFlow(AppModel& model, QuitStage& stage)
+QuitFlow::QuitFlow(AppModel& model, QuitEffects& effects)
     : model_(model)
-    , stage_(stage)
+    , effects_(effects)
 {
 }
 
@@ -20,14 +20,14 @@ void QuitFlow::quit()
         return;
     }
     explicitQuit_ = true;
-    stage_.terminate();
+    effects_.terminate();
 }
 
 void QuitFlow::signalled(Uptime now)
 {
     const bool again = refusedSignal_ && now - *refusedSignal_ <= signalPatience;
     if (again || shouldTerminate())
-        stage_.terminate();
+        effects_.terminate();
     else
         refusedSignal_ = now;
 }
@@ -48,32 +48,32 @@ bool QuitFlow::realRequestsWait() const
 void QuitFlow::ask()
 {
     confirmingQuit_ = true;
-    // The notch stands above every window, the question included.
-    panelWasOnScreen_ = stage_.panelIsOnScreen();
-    stage_.orderPanelOut();
+    // The notch is above every window, the question included.
+    panelWasOnScreen_ = effects_.panelIsOnScreen();
+    effects_.orderPanelOut();
     const auto count = std::to_string(model_.state().interaction.requests().size());
-    stage_.ask(
+    effects_.ask(
         {
             .message = "还有 " + count + " 条请求待确认",
             .informativeText = "退出会把它们交回 QuillMoss 原流程，不会自动允许。",
             .stay = "继续查看",
             .leave = "交回 QuillMoss 并退出",
         },
-        [this](QuitStage::Answer answer) { answered(answer); });
+        [this](QuitEffects::Answer answer) { answered(answer); });
 }
 
-void QuitFlow::answered(QuitStage::Answer answer)
+void QuitFlow::answered(QuitEffects::Answer answer)
 {
-    if (answer == QuitStage::Answer::leave) {
+    if (answer == QuitEffects::Answer::leave) {
         explicitQuit_ = true;
         confirmingQuit_ = false;
-        stage_.terminate();
+        effects_.terminate();
         return;
     }
     model_.expand();
     confirmingQuit_ = false;
     if (panelWasOnScreen_ && !explicitQuit_)
-        stage_.orderPanelFront();
+        effects_.orderPanelFront();
 }
 
 } // namespace notch

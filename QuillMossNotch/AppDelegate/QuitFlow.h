@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "AppDelegate/QuitStage.h"
+#include "AppDelegate/QuitEffects.h"
 #include "AppModel/AppModel.h"
 #include "Foundation/Time.h"
 
@@ -26,7 +26,7 @@ public:
     static constexpr Seconds signalPatience{2};
 
     // Both are borrowed and must outlive it.
-    QuitFlow(AppModel& model, QuitStage& stage);
+    QuitFlow(AppModel& model, QuitEffects& effects);
 
     // The person asked.
     void quit();
@@ -40,10 +40,10 @@ public:
 private:
     bool realRequestsWait() const;
     void ask();
-    void answered(QuitStage::Answer answer);
+    void answered(QuitEffects::Answer answer);
 
     AppModel& model_;
-    QuitStage& stage_;
+    QuitEffects& effects_;
     bool explicitQuit_ = false; // Confirmed, or there was nothing to confirm.
     bool confirmingQuit_ = false;
     bool panelWasOnScreen_ = false; // When the question came up.

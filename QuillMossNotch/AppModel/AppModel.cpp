@@ -12,7 +12,7 @@ namespace {
 using Kind = NotchInteraction::Feedback::Kind;
 
 constexpr Seconds readinessSlack{0.01};
-constexpr Seconds readinessCeiling{10.0}; // A guard as long as this is none that runs out.
+constexpr Seconds readinessCeiling{10.0}; // A guard as long as this never runs out.
 constexpr Seconds collapseAfterReceipt{0.15};
 constexpr Seconds receiptBeforeNextRequest{1.1};
 constexpr Seconds receiptOverEmptyQueue{1.8};

@@ -11,7 +11,7 @@ namespace notch {
 
 enum class Demo : std::uint8_t { hook, native };
 
-// A made-up request to try the notch with. No hook and no card stands behind it.
+// A made-up request to try the notch with. It comes from no hook and no card.
 ApprovalRequest demoRequest(Demo demo, Date now);
 
 } // namespace notch

@@ -82,7 +82,7 @@ void VerticalRevealAnimator::start(const Rect& current)
     scheduleStep();
 }
 
-// Steps stand on a grid from the start, so that a late one does not delay all that follow.
+// Steps lie on a grid from the start, so that a late one does not delay all that follow.
 void VerticalRevealAnimator::scheduleStep()
 {
     const Seconds elapsed = clock_.uptime() - startedAt_;

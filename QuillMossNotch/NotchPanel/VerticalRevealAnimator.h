@@ -15,7 +15,7 @@
 namespace notch {
 
 // Opens and closes the notch: changes the panel's height and the drawn surface's width step by
-// step, while left edge, top edge and width of the panel stand still. A new target takes over from
+// step, while left edge, top edge and width of the panel stay. A new target takes over from
 // wherever the surface is, and what the old one would have called at its end is never called.
 // Main thread.
 class VerticalRevealAnimator {

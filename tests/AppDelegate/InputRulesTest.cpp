@@ -9,7 +9,7 @@
 namespace notch {
 namespace {
 
-// "own" and "foreign" are events in a window of ours and of somebody else; "own" answers whether
+// "own" and "foreign" are events in a window of ours and of another program; "own" answers whether
 // the views are kept from it.
 class InputRulesTest : public AppModelTest {
 protected:

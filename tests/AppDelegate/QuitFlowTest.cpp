@@ -9,7 +9,7 @@ namespace notch {
 namespace {
 
 // Notes what the flow did, and keeps the question for the test to answer.
-struct FakeQuitStage final : QuitStage, CallNoter {
+struct FakeQuitEffects final : QuitEffects, CallNoter {
     using CallNoter::CallNoter;
 
     bool panelIsOnScreen() const override { return panelShows; }
@@ -37,14 +37,14 @@ protected:
             {"quit", [this] { flow_.quit(); }},
             {"signal", [this] { flow_.signalled(Uptime{next<double>()}); }},
             {"mayEnd", [this] { answer(flow_.shouldTerminate()); }},
-            {"hide", [this] { stage_.panelShows = false; }},
-            {"sayStay", [this] { stage_.answered(QuitStage::Answer::stay); }},
-            {"sayLeave", [this] { stage_.answered(QuitStage::Answer::leave); }},
+            {"orderedOut", [this] { effects_.panelShows = false; }},
+            {"sayStay", [this] { effects_.answered(QuitEffects::Answer::stay); }},
+            {"sayLeave", [this] { effects_.answered(QuitEffects::Answer::leave); }},
         });
     }
 
-    FakeQuitStage stage_{outside.calls};
-    QuitFlow flow_{model, stage_};
+    FakeQuitEffects effects_{outside.calls};
+    QuitFlow flow_{model, effects_};
 };
 
 TEST_F(QuitFlowTest, withNothingWaitingEveryWayEndsAtOnce)
@@ -72,18 +72,18 @@ TEST_F(QuitFlowTest, theQuestionSaysWhatWaits)
         .stay = "继续查看",
         .leave = "交回 QuillMoss 并退出",
     };
-    EXPECT_EQ(stage_.asked, expected);
+    EXPECT_EQ(effects_.asked, expected);
 }
 
 TEST_F(QuitFlowTest, withRequestsWaitingOnlyLeavingEnds)
 {
-    expectTrace(R"(ask A, close, mayEnd       | no  open [A]
-close, quit                | closed [A] -> out, ask
-quit                       | closed [A]
-sayStay                    | open [A] -> front
-hide, close, quit, sayStay | open [A] -> out, ask
-quit, mayEnd               | no  open [A] -> out, ask
-sayLeave, mayEnd           | yes  open [A] -> terminate
+    expectTrace(R"(ask A, close, mayEnd             | no  open [A]
+close, quit                      | closed [A] -> out, ask
+quit                             | closed [A]
+sayStay                          | open [A] -> front
+orderedOut, close, quit, sayStay | open [A] -> out, ask
+quit, mayEnd                     | no  open [A] -> out, ask
+sayLeave, mayEnd                 | yes  open [A] -> terminate
 )");
 }
 

@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <thread>
 
 namespace notch {
@@ -89,6 +90,9 @@ TEST_F(GuardTest, anythingThatHidesTheNotchBeginsAnewAndNothingHiddenCanBePresse
     clickAllow(tooSoon);
     armed();
     other_.openAbove({0, 0, 1280, 800}); // It raises itself.
+    clickAllow(tooSoon);
+    armed();
+    ASSERT_EQ(std::system("dbus-send / org.gnome.ScreenSaver.ActiveChanged boolean:false"), 0);
     clickAllow(tooSoon);
     expectStillWaiting();
 }

@@ -3,175 +3,113 @@
 
 #include "NotchPanel/LayoutPass.h"
 
+#include "AppModel/StartedModel.h"
 #include "FakeSurface.h"
 #include "NotchPanel/HitRefresh.h"
-#include "support/FakeOutside.h"
-
-#include <gmock/gmock.h>
-
-#include <cmath>
-#include <limits>
-#include <string>
 
 namespace notch {
 namespace {
 
-const std::string compact = "400,0 480x32/236";
-const std::string full = "400,0 480x300/480 expanded";
-
-class Layout : public testing::Test {
+// Passes over a panel on a screen of 1280 by 800, in traces that end with its frame and surface,
+// the form of the content, and whether pointer and keyboard are in it. Every further pass that one
+// asks for is run once time passes.
+class Layout : public AppModelTest {
 protected:
-    Layout() { model.start(); }
-
-    // Frame, surface and the content's form this long after a pass; every further one that it asks
-    // for is run.
-    std::string after(double seconds)
+    Layout()
     {
-        layout.run();
-        outside.time.advance(Seconds{seconds});
-        return panel.text() + (model.state().isExpanded() ? " expanded" : "");
+        operations_.insert({
+            {"pass", [this] { layout_.run(); }},
+            {"noScreen", [this] { screens_.clear(); }},
+            {"secondScreen",
+                [this] {
+                    screens_.push_back({.frame = {1280, 100, 400, 600}, .topInset = 30});
+                }},
+            {"firstScreen", [this] { screens_.resize(1); }},
+            {"reduced", [this] { reduced_ = true; }},
+            {"orderOut", [this] { panel_.onScreen = false; }},
+            {"content", [this] { panel_.contentHeight = std::stod(next()); }},
+            {"point",
+                [this] {
+                    panel_.pointer = Point{next<double>(), next<double>()};
+                }},
+            {"otherDesktop", [this] { panel_.pointer.reset(); }},
+            {"hit", [this] { hit_.run(); }},
+            {"focus", [this] { panel_.key = true; }},
+            {"metrics",
+                [this] {
+                    answer(std::to_string(state().notchHeight) + ' '
+                           + std::to_string(state().panelWidth));
+                }},
+        });
     }
-    bool pointerInside() const { return model.state().interaction.pointerInside(); }
 
-    FakeOutside outside;
-    AppModel model{outside.seams()};
-    FakeSurface panel;
-    VerticalRevealAnimator animator{panel, outside.time, outside.time};
-    HitRefresh hit{model, panel, animator};
-    std::vector<ScreenRecord> screens{{.frame = {0, 0, 1280, 800}}};
-    bool reduced = false;
-    int passes = 0;
-    LayoutPass layout{{
+private:
+    std::string stateText() override
+    {
+        return panel_.text() + (state().isExpanded() ? " expanded" : "")
+             + (animator_.isAnimating() ? " moving" : "")
+             + (interaction().pointerInside() ? " inside" : "") + (panel_.key ? " key" : "");
+    }
+
+    FakeSurface panel_;
+    VerticalRevealAnimator animator_{panel_, outside.time, outside.time};
+    HitRefresh hit_{model, panel_, animator_};
+    std::vector<ScreenRecord> screens_{{.frame = {0, 0, 1280, 800}}};
+    bool reduced_ = false;
+    int passes_ = 0;
+    LayoutPass layout_{{
         .model = model,
-        .panel = panel,
-        .animator = animator,
-        .screens = [this] { return screens; },
-        .reduceMotion = [this] { return reduced; },
+        .panel = panel_,
+        .animator = animator_,
+        .screens = [this] { return screens_; },
+        .reduceMotion = [this] { return reduced_; },
         .scheduleAnother =
             [this] {
-                if (++passes < 100) // Else they never end.
-                    outside.time.post([this] { layout.run(); });
+                if (++passes_ < 100) // Else they never end.
+                    outside.time.post([this] { layout_.run(); });
             },
-        .refreshHit = [this] { hit.run(); },
+        .refreshHit = [this] { hit_.run(); },
     }};
 };
 
-TEST_F(Layout, withoutScreenNothingHappens)
+TEST_F(Layout, changesWidthsAndFormBeforeAnyFrameAndTheFormBackAfterTheLast)
 {
-    screens.clear();
-    EXPECT_EQ(after(1), "never");
-    EXPECT_EQ(model.state().notchHeight, 32);
+    expectTrace(R"(pass                                | never
+wait 1                              | 400,0 480x32/236
+open, pass                          | 400,0 480x32/236 expanded
+wait 1                              | 400,0 480x300/480 expanded
+close, pass, wait 0.2               | 400,0 480x51.8519/254.074 expanded moving
+open, pass, wait 1                  | 400,0 480x300/480 expanded
+close, pass, wait 0.2               | 400,0 480x51.8519/254.074 expanded moving
+wait 0.1                            | 400,0 480x32/236
+secondScreen, pass, wait 0, metrics | 30.000000 368.000000  1296,100 368x54/236
+firstScreen, pass, wait 0           | 400,0 480x32/236
+noScreen, open, pass, wait 1        | 400,0 480x32/236 expanded
+)");
 }
 
-TEST_F(Layout, staleWidthsEndThePassBeforeAnyFrame)
+TEST_F(Layout, jumpsWithReducedMotionOrHiddenAndNeverToAHeightThatIsNone)
 {
-    layout.run();
-    EXPECT_EQ(model.state().compactWidth, 236);
-    EXPECT_EQ(model.state().notchHeight, 8);
-    EXPECT_EQ(panel.text(), "never");
-    EXPECT_FALSE(animator.isAnimating());
-    outside.time.runPosted();
-    EXPECT_TRUE(animator.isAnimating());
-    EXPECT_EQ(after(1), compact);
+    expectTrace(R"(orderOut, pass, wait 0             | 400,0 480x32/236
+open, pass, wait 0                 | 400,0 480x300/480 expanded
+close, pass, wait 0                | 400,0 480x32/236
+content 0, open, pass, wait 0      | 400,0 480x32/236 expanded
+content -1, pass, wait 0           | 400,0 480x32/236 expanded
+content inf, pass, wait 0          | 400,0 480x32/236 expanded
+content nan, pass, wait 0          | 400,0 480x32/236 expanded
+)");
 }
 
-TEST_F(Layout, contentExpandsBeforeTheFrameAndShrinksAfterItUnlessReopened)
+TEST_F(Layout, tellsThePointerOnTheSurfaceOnlyAndGivesTheKeyboardBackWhenClosed)
 {
-    model.setExpansionPresentation(false); // As at launch.
-    EXPECT_EQ(after(1), compact);
-    model.expand();
-    layout.run();
-    EXPECT_EQ(model.state().expansionPresentation, true);
-    EXPECT_FALSE(animator.isAnimating());
-    EXPECT_EQ(after(1), full);
-    model.collapse();
-    EXPECT_THAT(after(0.2), testing::EndsWith(" expanded"));
-    model.expand();
-    EXPECT_EQ(after(1), full);
-    EXPECT_EQ(model.state().expansionPresentation, true);
-    model.collapse();
-    EXPECT_THAT(after(0.2), testing::EndsWith(" expanded"));
-    EXPECT_EQ(after(0.1), compact);
-}
-
-TEST_F(Layout, reducedMotionOrAHiddenPanelJumpsAndTheCompletionRuns)
-{
-    for (const bool onScreen : {true, false}) {
-        panel.onScreen = onScreen;
-        reduced = onScreen;
-        model.expand();
-        EXPECT_EQ(after(0), full);
-        model.collapse();
-        EXPECT_EQ(after(0), compact);
-    }
-}
-
-TEST_F(Layout, heightThatIsNoneLeavesTheFrame)
-{
-    EXPECT_EQ(after(1), compact);
-    model.expand();
-    constexpr double infinite = std::numeric_limits<double>::infinity();
-    for (const double height : {0.0, -1.0, infinite, std::nan("")}) {
-        panel.contentHeight = height;
-        EXPECT_EQ(after(1), compact + " expanded") << height;
-    }
-}
-
-TEST_F(Layout, displaysThatChangeMoveThePanelAtOnce)
-{
-    EXPECT_EQ(after(1), compact);
-    screens.push_back({.frame = {1280, 100, 400, 600}, .topInset = 30});
-    EXPECT_EQ(after(0), "1296,100 368x54/236");
-    EXPECT_EQ(model.state().notchHeight, 30);
-    EXPECT_EQ(model.state().panelWidth, 368);
-    screens.pop_back();
-    EXPECT_EQ(after(0), compact);
-}
-
-TEST_F(Layout, collapsedNotchGivesTheKeyboardBack)
-{
-    model.expand();
-    panel.key = true;
-    layout.run();
-    EXPECT_TRUE(panel.key);
-    model.collapse();
-    layout.run();
-    EXPECT_FALSE(panel.key);
-}
-
-TEST_F(Layout, pointerCountsOnTheSurfaceOnly)
-{
-    EXPECT_EQ(after(1), compact);
-    const struct {
-        const char* name;
-        std::optional<Point> pointer;
-        bool onScreen;
-    } outsides[] = {
-        {"beside it, within the frame", Point{450, 10}, true},
-        {"the panel is hidden", Point{640, 10}, false},
-        {"on another desktop", {}, true},
-    };
-    for (const auto& row : outsides) {
-        panel.pointer = Point{640, 10};
-        panel.onScreen = true;
-        hit.run();
-        EXPECT_TRUE(pointerInside());
-        panel.pointer = row.pointer;
-        panel.onScreen = row.onScreen;
-        hit.run();
-        EXPECT_FALSE(pointerInside()) << row.name;
-    }
-}
-
-TEST_F(Layout, surfaceThatShrinksAwayFromTheRestingPointerLosesIt)
-{
-    panel.pointer = Point{640, 200};
-    model.expand();
-    EXPECT_EQ(after(1), full);
-    EXPECT_TRUE(pointerInside());
-    model.collapse();
-    EXPECT_EQ(after(1), compact);
-    EXPECT_FALSE(pointerInside());
+    expectTrace(R"(reduced, open, focus, pass, wait 0   | 400,0 480x300/480 expanded key
+point 640 200, hit                   | 400,0 480x300/480 expanded inside key
+close, pass, wait 0                  | 400,0 480x32/236
+point 640 10, hit                    | 400,0 480x32/236 inside
+point 450 10, hit                    | 400,0 480x32/236
+point 640 10, hit, otherDesktop, hit | 400,0 480x32/236
+point 640 10, hit, orderOut, hit     | 400,0 480x32/236
+)");
 }
 
 } // namespace

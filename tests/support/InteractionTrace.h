@@ -37,7 +37,7 @@ inline std::string printed(const NotchInteraction& interaction, const std::strin
     return text;
 }
 
-// Plays operations on a NotchInteraction and writes the state behind each:
+// Plays operations on a NotchInteraction and writes the state after each:
 //
 //   at 0.00 receive A until 50  | yes  open [A] ready 0.45
 //

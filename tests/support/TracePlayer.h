@@ -13,7 +13,7 @@
 
 namespace notch {
 
-// Writes anew, behind the bar of each line, what `after` answers to the operations before it. So a
+// Writes anew, after the bar of each line, what `after` answers to the operations before it. So a
 // test compares a whole trace with itself.
 inline std::string retold(
     std::string_view trace, const std::function<std::string(const std::string&)>& after)
@@ -39,7 +39,7 @@ public:
         for (std::string name; words_ >> name;)
             operations_.at(name)();
     }
-    // The answers of the operations, if they give any, and the state behind them.
+    // The answers of the operations, if they give any, and the state after them.
     std::string after(const std::string& operations)
     {
         play(operations);
@@ -51,7 +51,7 @@ public:
     }
 
 protected:
-    // The word behind the operation's name, and so on.
+    // The word after the operation's name, and so on.
     template <class Value = std::string> Value next()
     {
         Value value{};

@@ -57,7 +57,7 @@ public:
         uptime_ = end;
     }
 
-    // Somebody sets the wall clock; the monotonic one does not notice.
+    // The wall clock is set; the monotonic one does not notice.
     void setWallClock(Seconds by) { bootedAt_ += by.count(); }
 
     // Delayed works that still wait.

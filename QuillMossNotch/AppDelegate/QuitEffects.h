@@ -19,12 +19,12 @@ struct QuitQuestion {
     bool operator==(const QuitQuestion&) const = default;
 };
 
-// What the choice to quit needs of the window system. Main thread.
-class QuitStage {
+// What the choice to quit does to the desktop. Main thread.
+class QuitEffects {
 public:
     enum class Answer : std::uint8_t { stay, leave };
 
-    virtual ~QuitStage() = default;
+    virtual ~QuitEffects() = default;
     virtual bool panelIsOnScreen() const = 0;
     // Both also find out anew what the pointer is on.
     virtual void orderPanelFront() = 0;
