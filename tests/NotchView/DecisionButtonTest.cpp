@@ -125,6 +125,21 @@ TEST_F(DecisionButtonTest, aPointerPressesOnceAndOnlyOnTheButton)
     EXPECT_EQ(decisions(), 0U);
 }
 
+TEST_F(DecisionButtonTest, aPressIsMadeWhenItsEventSaysSo)
+{
+    const auto waited = outside.display.inputTime()->milliseconds;
+    play("watched, frame, wait 1");
+    const auto fresh = outside.display.inputTime()->milliseconds;
+    for (const auto& [time, decided] : {std::pair(waited, 0U), std::pair(fresh, 1U)}) {
+        for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier);
+            event.setTimestamp(time);
+            QCoreApplication::sendEvent(&allow, &event);
+        }
+        EXPECT_EQ(decisions(), decided);
+    }
+}
+
 TEST_F(DecisionButtonTest, aKeyThatRepeatsNeitherPressesNorReleases)
 {
     const auto repeat = [this] {
