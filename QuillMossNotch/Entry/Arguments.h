@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include <initializer_list>
 #include <optional>
-#include <ranges>
 #include <span>
 #include <string_view>
 
@@ -27,13 +27,10 @@ public:
     bool contains(std::string_view flag) const { return position(flag) < count_; }
     // The element after the first one that equals the flag.
     std::optional<std::string_view> after(std::string_view flag) const;
-    // The elements after the program's path, as string views. Takes no memory.
-    auto list() const
-    {
-        // An empty argument list is possible: execve(2).
-        return std::span(values_ + (count_ > 0 ? 1 : 0), values_ + count_)
-             | std::views::transform([](const char* value) { return std::string_view(value); });
-    }
+    // The elements after the program's path.
+    std::span<const char* const> list() const;
+    // True when they are exactly these.
+    bool are(std::initializer_list<std::string_view> words) const;
 
 private:
     int position(std::string_view flag) const;

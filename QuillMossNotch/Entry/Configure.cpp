@@ -34,10 +34,12 @@ int remove(const std::string& settings)
 // A mistyped --apply would otherwise look like one that worked.
 void nameUnknownOption(const Arguments& arguments)
 {
+    const auto isKnown = [](std::string_view word) {
+        return !word.starts_with('-')
+            || std::ranges::find(knownOptions, word) != knownOptions.end();
+    };
     const auto list = arguments.list();
-    const auto unknown = std::ranges::find_if(list, [](std::string_view word) {
-        return word.starts_with('-') && std::ranges::find(knownOptions, word) == knownOptions.end();
-    });
+    const auto unknown = std::find_if_not(list.begin(), list.end(), isKnown);
     if (unknown != list.end())
         complain({"Unknown option ", *unknown, ": nothing was written.\n"});
 }

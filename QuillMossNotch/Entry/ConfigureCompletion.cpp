@@ -12,12 +12,6 @@
 namespace notch {
 namespace {
 
-bool isComplete(const auto& list)
-{
-    return list.size() == 2 && list[0] == "--configure-completion"
-        && (list[1] == "--apply" || list[1] == "--remove");
-}
-
 int apply(const std::string& settings, const std::string& executable)
 {
     HookInstaller().installCompletion(
@@ -35,12 +29,13 @@ int remove(const std::string& settings)
 
 int configureTurnEnds(const Arguments& arguments)
 {
-    const auto list = arguments.list();
+    const bool installs = arguments.are({"--configure-completion", "--apply"});
+    const bool removes = arguments.are({"--configure-completion", "--remove"});
     const auto executable = executablePath();
-    if (!isComplete(list) || !executable)
+    if (!(installs || removes) || !executable)
         return complain({"Usage: --configure-completion --apply|--remove\n"});
     const auto settings = settingsURL(QuillMossProfile::quillmoss);
-    return list[1] == "--apply" ? apply(settings, *executable) : remove(settings);
+    return installs ? apply(settings, *executable) : remove(settings);
 }
 
 } // namespace

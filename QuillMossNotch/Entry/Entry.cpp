@@ -54,10 +54,9 @@ int runHook(const Arguments& arguments)
 // Only the very list that the installer writes: any other is not this system's hook.
 bool isOwnCompletionHook(const Arguments& arguments)
 {
-    const std::array wanted{HookInstaller::completionHookFlag, HookInstaller::sourceFlag,
+    return arguments.are({HookInstaller::completionHookFlag, HookInstaller::sourceFlag,
         rawValue(QuillMossProfile::quillmoss), HookInstaller::ownerFlag,
-        HookInstaller::completionOwnerMarker};
-    return std::ranges::equal(arguments.list(), wanted);
+        HookInstaller::completionOwnerMarker});
 }
 
 int runCompletionHook(const Arguments& arguments)
@@ -97,8 +96,7 @@ bool contains(const Arguments& arguments, std::string_view flag)
 
 bool isOnlyArgument(const Arguments& arguments, std::string_view flag)
 {
-    const auto list = arguments.list();
-    return list.size() == 1 && list[0] == flag;
+    return arguments.are({flag});
 }
 
 struct Row {
