@@ -33,7 +33,6 @@ public:
     }
     bool isNew() { return std::exchange(isNew_, false); }
     std::string pressed() { return process_.readLine(); }
-    void kill(int signal) { process_.kill(signal); }
 
 private:
     ChildProcess process_;
@@ -88,7 +87,7 @@ std::string status(std::string_view text)
 }
 
 // A monitor on this test's desktop, where another program has the keyboard.
-class HostMonitorTest : public testing::TestWithParam<const char*> {
+class HostMonitorTest : public testing::TestWithParam<std::string> {
 protected:
     HostMonitorTest()
     {
@@ -128,6 +127,18 @@ protected:
         start();
         EXPECT_TRUE(heard.next("offer")) << tree;
     }
+    void minimize()
+    {
+        for (const auto& window : applications.managed())
+            if (window.isOfHost)
+                program.iconify(window.window);
+    }
+    // To the process that has the window.
+    void signal(int number)
+    {
+        for (const auto& running : applications.running())
+            ::kill(running.pid, number);
+    }
     bool decide(Decision decision) { return monitor->decide(heard.offered().id, decision); }
 
     SystemClock clock;
@@ -142,7 +153,7 @@ TEST_P(HostMonitorTest, offersTheCardInTheBackgroundAndPressesTheChosenButtonOnc
     for (const auto& tree : {groupedCardTree, flattenedCardTree}) {
         Host host(GetParam());
         offer(host, tree);
-        EXPECT_NE(heard.offered().toolInputJSON.find("rm -rf build"), std::string::npos);
+        EXPECT_NE(heard.offered().toolInputJSON.string().find("rm -rf build"), std::string::npos);
         EXPECT_TRUE(decide(Decision::passthrough));
         host.show("Window @0,0,400,300 \"Chat\"\n");
         EXPECT_TRUE(heard.next(status(monitorText::waiting)));
@@ -154,7 +165,7 @@ TEST_P(HostMonitorTest, offersTheCardInTheBackgroundAndPressesTheChosenButtonOnc
             EXPECT_EQ(host.pressed(), std::string("pressed ") + button + '\n');
             EXPECT_FALSE(decide(decision));
         }
-        host.tell("minimize");
+        minimize();
     }
 }
 
@@ -166,12 +177,12 @@ TEST_P(HostMonitorTest, takesTheCardBackWhenItIsNoLongerSure)
     const std::vector<std::pair<std::string_view, Change>> rows{
         {monitorText::inFront,
             [&](Host&) { applications.activate(applications.running().front().pid); }},
-        {monitorText::hidden, told("minimize")},
+        {monitorText::hidden, [&](Host&) { minimize(); }},
         {monitorText::refusedCard, told("disable allow")},
         {monitorText::refusedCard, told("remove deny")},
         {monitorText::refusedCard, told("rename command rm -rf ...")},
-        {monitorText::notRunning, [](Host& host) { host.kill(SIGKILL); }},
-        {monitorText::incomplete, [](Host& host) { host.kill(SIGSTOP); }},
+        {monitorText::notRunning, [&](Host&) { signal(SIGKILL); }},
+        {monitorText::incomplete, [&](Host&) { signal(SIGSTOP); }},
         {monitorText::severalInstances,
             [&](Host&) { twin.emplace(GetParam()).show(groupedCardTree); }},
     };
@@ -183,15 +194,15 @@ TEST_P(HostMonitorTest, takesTheCardBackWhenItIsNoLongerSure)
         EXPECT_TRUE(heard.next(status(why))) << why;
         EXPECT_FALSE(decide(Decision::allow)) << why;
         monitor->stop();
-        host.kill(SIGCONT);
+        signal(SIGCONT);
     }
 }
 
 // Between the offer and the click, and while the click is on its way.
 TEST_P(HostMonitorTest, pressesNothingThatIsNotAsItWasOffered)
 {
-    for (const auto* command : {"rename command rm -rf dist", "disable allow", "remove allow",
-             "rename allow 取消删除", "minimize"}) {
+    for (const auto* command :
+        {"rename command rm -rf dist", "disable allow", "remove allow", "rename allow 取消删除"}) {
         Host host(GetParam());
         offer(host);
         host.tell(command);
@@ -201,22 +212,29 @@ TEST_P(HostMonitorTest, pressesNothingThatIsNotAsItWasOffered)
     }
     Host host(GetParam());
     offer(host);
-    host.kill(SIGSTOP);
+    signal(SIGSTOP);
     const auto begun = Uptime::now();
     EXPECT_FALSE(decide(Decision::allow));
     EXPECT_LT(Uptime::now() - begun, Seconds{0.9}) << "one scan may be under way before it";
-    host.kill(SIGCONT);
+    signal(SIGCONT);
     host.tell("nothing");
 }
 
-const auto hosts = testing::Values(QT_HOST_PATH, GTK_HOST_PATH);
-INSTANTIATE_TEST_SUITE_P(
-    Hosts, HostMonitorTest, hosts, [](const auto& made) { return made.index == 0 ? "Qt" : "GTK"; });
-
-// GTK 3 buttons show no children, so that it has no question card.
-TEST_F(HostMonitorTest, reportsAQuestionInTheBackground)
+// Hosts in Qt and GTK, or the one that NOTCH_HOST names (tools/try-hosts).
+std::vector<std::string> hostPrograms()
 {
-    Host host(QT_HOST_PATH);
+    const char* const named = std::getenv("NOTCH_HOST");
+    return named ? std::vector<std::string>{named}
+                 : std::vector<std::string>{QT_HOST_PATH, GTK_HOST_PATH};
+}
+INSTANTIATE_TEST_SUITE_P(Hosts, HostMonitorTest, testing::ValuesIn(hostPrograms()),
+    [](const auto& made) { return made.index == 0 ? "AnyToolkit" : "GTK"; });
+
+TEST_P(HostMonitorTest, reportsAQuestionInTheBackground)
+{
+    if (GetParam() == GTK_HOST_PATH)
+        GTEST_SKIP() << "GTK 3 buttons show no children: it has no question card";
+    Host host(GetParam());
     inBackground(host, questionTree);
     start(true);
     EXPECT_TRUE(heard.next("question waiting"));

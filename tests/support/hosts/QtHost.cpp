@@ -7,7 +7,6 @@
 //   show              with a tree in the lines that follow, up to a line with a full stop: its
 //                     nodes become widgets at their places, in one window
 //   disable ID, remove ID, rename ID TEXT
-//   minimize, restore
 //
 // It says "done" after each command.
 
@@ -55,10 +54,6 @@ public:
             delete widget;
         else if (verb == "rename")
             rename(widget, toQString(text));
-        else if (verb == "minimize")
-            window_.showMinimized();
-        else if (verb == "restore")
-            window_.showNormal();
         say("done");
     }
 
