@@ -52,12 +52,12 @@ ConfigurationSection::ConfigurationSection(AppModel& given, HookFlow& flow)
     , status_(new SymbolLabel(settings::font(13, QFont::Medium), Tone::plain, settings::scaled(16)))
     , detail_(new SymbolLabel(settings::font(11), Tone::secondary))
     , warning_(new SymbolLabel(settings::font(12), Tone::plain, settings::scaled(15)))
-    , install_(settingsButton("settings-install", ""))
+    , install_(settingsButton("settings-install", "更新接入…"))
 {
     addPicker();
     addStatus();
     addHint();
-    addButtons();
+    addActions();
     addLastRows();
 }
 
@@ -71,8 +71,8 @@ void ConfigurationSection::addPicker()
         [this](int index) { flow_.choose(allQuillMossProfiles[static_cast<std::size_t>(index)]); });
     auto* const label = plainLabel("接入版本", settings::font(13));
     label->setWordWrap(false);
-    label->setBuddy(picker_); // Its name for a screen reader.
-    auto* const row = addButtonRow();
+    label->setBuddy(picker_); // A screen reader says both.
+    auto* const row = addRow();
     row->addWidget(label);
     row->addWidget(picker_);
     row->addStretch(1);
@@ -99,7 +99,7 @@ void ConfigurationSection::addHint()
     add(warning_);
 }
 
-void ConfigurationSection::addButtons()
+void ConfigurationSection::addActions()
 {
     auto* const refresh = settingsButton("settings-refresh", "刷新状态");
     auto* const remove = settingsButton("settings-remove", "移除接入…");
@@ -110,10 +110,7 @@ void ConfigurationSection::addButtons()
     connect(install_, &QPushButton::clicked, this, [this] { flow_.install(); });
     connect(remove, &QPushButton::clicked, this, [this] { flow_.remove(); });
     connect(open, &QPushButton::clicked, this, [this] { flow_.openHost(); });
-    auto* const row = addButtonRow();
-    for (auto* const button : {refresh, install_, remove, open})
-        row->addWidget(button);
-    row->addStretch(1);
+    addButtons({refresh, install_, remove, open});
 }
 
 void ConfigurationSection::refresh()

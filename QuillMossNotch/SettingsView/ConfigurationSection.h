@@ -25,7 +25,7 @@ private:
     void addPicker();
     void addStatus();
     void addHint();
-    void addButtons();
+    void addActions();
 
     HookFlow& flow_;
     QComboBox* picker_;

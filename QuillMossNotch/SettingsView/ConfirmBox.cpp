@@ -18,6 +18,7 @@ namespace {
 
 constexpr QSize previewSize{490, 250};
 constexpr int leastWidth = 420;
+constexpr QLatin1String cancelName("settings-confirm-no");
 
 } // namespace
 
@@ -41,6 +42,7 @@ ConfirmBox::ConfirmBox(const ConfirmQuestion& question, QWidget* parent)
     if (question.preview)
         column->addWidget(preview(*question.preview));
     column->addWidget(buttons(question));
+    findChild<QPushButton*>(cancelName)->setFocus(); // Only now is it in this window.
 }
 
 QWidget* ConfirmBox::preview(const std::string& text)
@@ -60,13 +62,12 @@ QWidget* ConfirmBox::preview(const std::string& text)
 QWidget* ConfirmBox::buttons(const ConfirmQuestion& question)
 {
     auto* const confirm = settingsButton("settings-confirm-yes", question.confirm);
-    auto* const cancel = settingsButton("settings-confirm-no", question.cancel);
+    auto* const cancel = settingsButton(cancelName.latin1(), question.cancel);
     auto* const row = new QDialogButtonBox;
     row->addButton(confirm, QDialogButtonBox::AcceptRole);
     row->addButton(cancel, QDialogButtonBox::RejectRole);
     confirm->setAutoDefault(false);
     cancel->setDefault(true);
-    cancel->setFocus();
     connect(row, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(row, &QDialogButtonBox::rejected, this, &QDialog::reject);
     return row;

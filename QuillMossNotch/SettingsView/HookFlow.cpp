@@ -97,6 +97,7 @@ void HookFlow::ask(const ConfirmQuestion& question, std::function<void()> confir
 
 void HookFlow::succeed(const std::string& result, const std::string& backup)
 {
+    ++state_.ended;
     state_.result = result;
     state_.operationFailed = false;
     state_.backupURL = backup;
@@ -104,6 +105,7 @@ void HookFlow::succeed(const std::string& result, const std::string& backup)
 
 void HookFlow::fail(const std::string& result)
 {
+    ++state_.ended;
     state_.result = result;
     state_.operationFailed = true;
     state_.backupURL.reset();

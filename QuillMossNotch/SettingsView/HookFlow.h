@@ -30,6 +30,7 @@ struct HookFlowState {
     std::string result; // Of the last change; empty: none since the edition was chosen.
     bool operationFailed = false;
     std::optional<std::string> backupURL; // Made by the last change.
+    int ended = 0; // Changes so far: two with the same result are two.
     bool busy = false; // A change of the turn-end hooks is under way.
 
     bool operator==(const HookFlowState&) const = default;

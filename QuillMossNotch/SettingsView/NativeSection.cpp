@@ -8,7 +8,6 @@
 #include "SettingsView/SymbolLabel.h"
 #include "Style/NotchStyle.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 
 namespace notch {
@@ -25,10 +24,7 @@ NativeSection::NativeSection(AppModel& given)
         [this] { model().requestNativeAccess(AppModel::NativeAccess::ask); });
     connect(check, &QPushButton::clicked, this, [this] { model().refreshNativeMonitoring(); });
     add(status_);
-    auto* const buttons = addButtonRow();
-    buttons->addWidget(ask_);
-    buttons->addWidget(check);
-    buttons->addStretch(1);
+    addButtons({ask_, check});
     addLastRows();
 }
 

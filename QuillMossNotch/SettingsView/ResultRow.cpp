@@ -13,6 +13,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include <utility>
+
 namespace notch {
 namespace {
 
@@ -46,12 +48,11 @@ ResultRow::ResultRow(HookFlow& flow)
 bool ResultRow::refresh()
 {
     const ResultStatus status(flow_.state());
-    const std::string text(status.line.text);
     text_->setContent(status.line);
     backup_->setVisible(status.hasBackup);
     setAccessibleName(text_->text());
-    const bool isNew = std::exchange(shown_, text) != text && !text.empty();
-    setVisible(!text.empty());
+    const bool isNew = std::exchange(shown_, flow_.state().ended) != flow_.state().ended;
+    setVisible(!status.line.text.empty());
     if (isNew) {
         QAccessibleEvent announced(this, QAccessible::ObjectShow);
         QAccessible::updateAccessibility(&announced);

@@ -20,14 +20,14 @@ public:
     // Borrowed.
     explicit ResultRow(HookFlow& flow);
 
-    // True when it shows another result than before.
+    // True when a change has ended since the last time.
     bool refresh();
 
 private:
     HookFlow& flow_;
     SymbolLabel* text_;
     QPushButton* backup_;
-    std::string shown_;
+    int shown_ = 0; // How many changes had ended by then.
 };
 
 } // namespace notch

@@ -70,11 +70,12 @@ void SettingsPage::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
-void SettingsPage::changeEvent(QEvent* event)
+bool SettingsPage::event(QEvent* event)
 {
-    QWidget::changeEvent(event);
+    const bool handled = QWidget::event(event);
     if (event->type() == QEvent::ApplicationPaletteChange)
-        setPalette(settings::windowPalette());
+        setPalette(settings::windowPalette()); // The desktop has another theme.
+    return handled;
 }
 
 void SettingsPage::ask(const ConfirmQuestion& question, std::function<void(Answer)> answered)

@@ -31,7 +31,7 @@ public:
 protected:
     void showEvent(QShowEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void ask(const ConfirmQuestion& question, std::function<void(Answer)> answered) override;

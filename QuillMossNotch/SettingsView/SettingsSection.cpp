@@ -18,6 +18,7 @@ namespace {
 
 constexpr double cornerRadius = 9;
 constexpr int padding = 14;
+constexpr int scrollBar = 20; // At most, and there at all times.
 
 // With more room round its words than styles give.
 class RoomyButton final : public QPushButton {
@@ -48,12 +49,30 @@ void SettingsSection::add(QWidget* widget)
     column_->addWidget(widget);
 }
 
-QHBoxLayout* SettingsSection::addButtonRow()
+QHBoxLayout* SettingsSection::addRow()
 {
     auto* const row = new QHBoxLayout;
     row->setSpacing(8);
     column_->addLayout(row);
     return row;
+}
+
+void SettingsSection::addButtons(std::initializer_list<QPushButton*> buttons)
+{
+    constexpr int room =
+        settings::contentWidth - 2 * settings::sideMargin - 2 * padding - scrollBar;
+    QHBoxLayout* row = nullptr;
+    int used = room;
+    for (auto* const button : buttons) {
+        const int width = button->sizeHint().width();
+        if (used + width > room) {
+            row = addRow();
+            row->addStretch(1);
+            used = 0;
+        }
+        row->insertWidget(row->count() - 1, button);
+        used += width + row->spacing();
+    }
 }
 
 void SettingsSection::addRows(std::span<const SectionRow> rows)

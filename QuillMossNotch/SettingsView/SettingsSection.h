@@ -8,6 +8,7 @@
 
 #include <QGroupBox>
 
+#include <initializer_list>
 #include <span>
 #include <utility>
 #include <vector>
@@ -32,8 +33,9 @@ public:
 protected:
     void addLastRows() { addRows(content_.lastRows); }
     void add(QWidget* widget);
-    // A row of its own; the caller adds the buttons.
-    QHBoxLayout* addButtonRow();
+    QHBoxLayout* addRow();
+    // Side by side, as many in a row as there is room for with their present texts.
+    void addButtons(std::initializer_list<QPushButton*> buttons);
     AppModel& model() { return model_; }
 
     void paintEvent(QPaintEvent* event) override;

@@ -14,6 +14,7 @@
 namespace notch::settings {
 
 inline constexpr int contentWidth = 600;
+inline constexpr int sideMargin = 24;
 
 // A length for text of that size, larger where the person's font is: 1 to 2 times.
 int scaled(int size);

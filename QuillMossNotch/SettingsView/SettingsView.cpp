@@ -18,8 +18,6 @@
 namespace notch {
 namespace {
 
-constexpr int sideMargin = 24;
-
 SymbolLabel* shield()
 {
     const int side = settings::scaled(28);
@@ -38,7 +36,7 @@ SettingsView::SettingsView(AppModel& model, HookFlow& flow)
     , result_(new ResultRow(flow))
 {
     auto* const column = new QVBoxLayout(this);
-    column->setContentsMargins(sideMargin, 22, sideMargin, 18);
+    column->setContentsMargins(settings::sideMargin, 22, settings::sideMargin, 18);
     column->setSpacing(14);
     column->addLayout(buildHeader());
     for (auto* const section : sections_)

@@ -41,6 +41,7 @@ void SymbolLabel::setContent(const StatusLine& line)
 void SymbolLabel::makeSelectable()
 {
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setFocusPolicy(Qt::StrongFocus);
 }
 
 void SymbolLabel::paintEvent(QPaintEvent* event)

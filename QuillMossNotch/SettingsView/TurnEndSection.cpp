@@ -8,7 +8,6 @@
 #include "SettingsView/SymbolLabel.h"
 #include "Style/NotchStyle.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 
 namespace notch {
@@ -17,7 +16,7 @@ TurnEndSection::TurnEndSection(AppModel& given, HookFlow& flow)
     : SettingsSection(given, turnEndContent())
     , flow_(flow)
     , status_(new SymbolLabel(settings::font(12), Tone::plain, settings::scaled(15)))
-    , install_(settingsButton("settings-turn-end-install", ""))
+    , install_(settingsButton("settings-turn-end-install", "更新结束提醒接入…"))
     , remove_(settingsButton("settings-turn-end-remove", "移除结束提醒接入…"))
 {
     status_->setObjectName(QStringLiteral("settings-turn-end-status"));
@@ -26,10 +25,7 @@ TurnEndSection::TurnEndSection(AppModel& given, HookFlow& flow)
     connect(remove_, &QPushButton::clicked, this,
         [this] { flow_.changeTurnEnd(TurnEndChange::removal); });
     add(status_);
-    auto* const buttons = addButtonRow();
-    buttons->addWidget(install_);
-    buttons->addWidget(remove_);
-    buttons->addStretch(1);
+    addButtons({install_, remove_});
     addLastRows();
 }
 

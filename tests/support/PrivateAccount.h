@@ -20,25 +20,44 @@ inline bool canWrapAccount()
     return ::access(NSS_WRAPPER_PATH, R_OK) == 0;
 }
 
-// Runs the program in an account whose home is this directory (nss_wrapper(1)). HOME names another,
-// which must not matter.
+// An account whose home is this directory (nss_wrapper(1)). HOME names another, which must not
+// matter.
+class PrivateAccount {
+public:
+    explicit PrivateAccount(const std::string& home)
+    {
+        std::ofstream(accounts_ / "passwd")
+            << "user:x:" << ::getuid() << ":0::" << home << ":/bin/sh\n";
+        std::ofstream(accounts_ / "group") << "group:x:0:\n";
+    }
+
+    // What env(1) needs to run the program in this account.
+    std::vector<std::string> command(
+        const std::string& path, const std::vector<std::string>& arguments = {}) const
+    {
+        std::vector<std::string> command{
+            "HOME=" + accounts_.path(),
+            "NSS_WRAPPER_PASSWD=" + (accounts_ / "passwd"),
+            "NSS_WRAPPER_GROUP=" + (accounts_ / "group"),
+            std::string("LD_PRELOAD=") + NSS_WRAPPER_PATH,
+            // The wrapper then stands before the sanitizer's runtime, which is all right.
+            "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0",
+            path,
+        };
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        return command;
+    }
+
+    static constexpr const char* launcher = "/usr/bin/env";
+
+private:
+    TemporaryDirectory accounts_;
+};
+
 inline ChildProcess::Ending runProgramAtHome(
     const std::string& home, const std::string& path, const std::vector<std::string>& arguments)
 {
-    const TemporaryDirectory accounts;
-    std::ofstream(accounts / "passwd") << "user:x:" << ::getuid() << ":0::" << home << ":/bin/sh\n";
-    std::ofstream(accounts / "group") << "group:x:0:\n";
-    std::vector<std::string> command{
-        "HOME=" + accounts.path(),
-        "NSS_WRAPPER_PASSWD=" + (accounts / "passwd"),
-        "NSS_WRAPPER_GROUP=" + (accounts / "group"),
-        std::string("LD_PRELOAD=") + NSS_WRAPPER_PATH,
-        // The wrapper then stands before the sanitizer's runtime, which is all right.
-        "ASAN_OPTIONS=verify_asan_link_order=0",
-        path,
-    };
-    command.insert(command.end(), arguments.begin(), arguments.end());
-    return runProgram("/usr/bin/env", command);
+    return runProgram(PrivateAccount::launcher, PrivateAccount(home).command(path, arguments));
 }
 
 } // namespace notch
