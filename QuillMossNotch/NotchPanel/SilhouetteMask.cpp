@@ -54,8 +54,10 @@ void SilhouetteMask::setSilhouette(const QPainterPath& silhouette)
 
 void SilhouetteMask::paintEvent(QPaintEvent*)
 {
-    QPainterPath outside; // Odd-even: the rectangle less the silhouette.
-    outside.addRect(rect());
+    // Odd-even: a rectangle less the silhouette. Its own edges are beyond the widget's: at a
+    // fractional scale they would be smoothed, and leave a line of what is to be taken away.
+    QPainterPath outside;
+    outside.addRect(rect().adjusted(-2, -2, 2, 2));
     outside.addPath(silhouette_);
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

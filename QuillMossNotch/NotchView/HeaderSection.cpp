@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QPainter>
+#include <QPixmap>
 
 namespace notch {
 namespace {
@@ -27,8 +28,11 @@ class HeaderSection::Avatar final : public QWidget {
 public:
     explicit Avatar(QWidget* parent)
         : QWidget(parent)
-        , picture_(resourceIcon(QStringLiteral("BrandAvatar")))
     {
+        const auto icon = resourceIcon(QStringLiteral("BrandAvatar"));
+        const QSize side(avatarSide, avatarSide);
+        picture_ = icon.pixmap(2 * side, 1);
+        small_ = icon.pixmap(side, 1);
         setFixedSize(avatarSide, avatarSide);
     }
 
@@ -43,8 +47,9 @@ protected:
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        if (!picture_.availableSizes().isEmpty()) {
-            picture_.paint(&painter, rect());
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        if (!picture_.isNull()) {
+            painter.drawPixmap(rect(), devicePixelRatioF() > 1 ? picture_ : small_);
             return;
         }
         painter.setPen(Qt::NoPen);
@@ -56,7 +61,8 @@ protected:
     }
 
 private:
-    QIcon picture_;
+    QPixmap picture_; // At twice the size, from which it comes down to any scale.
+    QPixmap small_;
     Symbol symbol_ = Symbol::none;
 };
 

@@ -18,6 +18,7 @@ public:
     Rect current{400, 0, 480, 32};
     std::vector<std::pair<Rect, double>> applied; // With its surface's width.
     double contentHeight = 300;
+    double tallest = 0; // As the content was last told.
     bool onScreen = true;
     int raises = 0;
     bool coverWatched = false;
@@ -30,7 +31,11 @@ public:
         current = frame;
         applied.emplace_back(frame, surfaceWidth);
     }
-    double fitContent(double, double) override { return contentHeight; }
+    double fitContent(double, double maxHeight) override
+    {
+        tallest = maxHeight;
+        return contentHeight;
+    }
     bool isOnScreen() const override { return onScreen; }
     void bringToFront() override { ++raises; }
     void watchCover(bool watched) override { coverWatched = watched; }

@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
@@ -40,6 +41,34 @@ TEST(VisibleText, showsWhatWouldHideOrReorder)
         EXPECT_EQ(visibleText(row.text, Lines::many), row.shown);
     }
     EXPECT_EQ(visibleText("a\n\tב", Lines::one), "\u202Da‹U+000A›‹U+0009›ב\u202C");
+}
+
+TEST(TextBlock, hasTheWholeOfALongTextAndShowsItsEnd)
+{
+    for (const auto& text : {QStringLiteral("ab\n").repeated(300'000) + QLatin1String("end"),
+             QStringLiteral("x").repeated(1'000'000)}) {
+        TextBlock block(style::monospaced(12), Qt::white, 112, TextBlock::Ground::filled, nullptr);
+        block.resize(416, 112);
+        block.setContent(text.toStdString());
+        const auto end = static_cast<int>(text.size());
+        QTest::keyClick(&block, Qt::Key_End);
+        EXPECT_TRUE(block.rect().contains(block.characterRect(end - 1)));
+        QTest::keySequence(&block, QKeySequence::SelectAll);
+        EXPECT_EQ(block.selectedText(), text);
+        const auto* const heard = QAccessible::queryAccessibleInterface(&block)->textInterface();
+        EXPECT_EQ(heard->text(0, heard->characterCount()), text);
+    }
+}
+
+TEST(TextBlock, tellsALineFromARowThatContinuesOne)
+{
+    TextBlock block(style::monospaced(12), Qt::white, 112, TextBlock::Ground::filled, nullptr);
+    block.setContent(std::string(90, 'x') + "\n" + std::string(90, 'x'));
+    block.resize(416, 112);
+    EXPECT_EQ(block.characterRect(91).left(), block.characterRect(0).left());
+    EXPECT_GT(block.characterRect(80).top(), block.characterRect(0).top());
+    EXPECT_GT(block.positionAt({12, block.characterRect(80).center().y() + 0.0}), 50);
+    EXPECT_GT(block.characterRect(block.positionAt({0, 35})).left(), block.characterRect(0).left());
 }
 
 class HostileTextTest : public testing::Test, protected ShownScene {
@@ -91,6 +120,19 @@ TEST_F(HostileTextTest, staysTextInItsPlace)
         expectNothingLeavesThePanel();
         play("gone A, wait 5, gone B, wait 5");
     }
+}
+
+TEST_F(HostileTextTest, toolsOfOneServerLookDifferent)
+{
+    const auto titleOf = [this](const std::string& tool) {
+        arriveWith(tool);
+        const auto title = find("approval-title").grab().toImage();
+        play("gone A, wait 5");
+        return title;
+    };
+    const auto server = "mcp__" + std::string(170, 'g') + "__";
+    EXPECT_NE(titleOf(server + "delete_repository"), titleOf(server + "delete_reaction"));
+    EXPECT_NE(titleOf(server + "delete_rx_" + server), titleOf(server + "delete_" + server));
 }
 
 TEST_F(HostileTextTest, isShownAndCopiedInTheOrderInWhichItIsStored)

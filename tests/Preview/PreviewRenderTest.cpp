@@ -3,6 +3,7 @@
 
 #include "Preview/PreviewRender.h"
 #include "AppModel/StartedModel.h"
+#include "NotchPanel/NotchViewport.h"
 #include "SettingsView/SettingsHome.h"
 #include "support/TemporaryDirectory.h"
 
@@ -53,6 +54,23 @@ TEST(PreviewRender, picturesWhatTheFlagsSay)
         EXPECT_EQ(rendered(arguments), expected) << flags.front();
     }
     EXPECT_EQ(QImage(QString::fromStdString(path)).height(), 680);
+}
+
+TEST(NotchViewport, drawsNothingBelowTheSurfaceAtAnyScale)
+{
+    for (const double scale : {1.0, 1.25, 1.5, 1.75}) {
+        NotchViewport viewport(std::make_unique<QWidget>(), [](double, double) { return 301.0; });
+        viewport.resize(479, qRound(viewport.fitContent(479, 800)));
+        viewport.setSurface(236, 32);
+        QImage picture(QSizeF(479 * scale + 1, 301 * scale + 1).toSize(), QImage::Format_ARGB32);
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::transparent);
+        viewport.render(&picture);
+        for (int y = qRound(33 * scale); y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                ASSERT_EQ(qAlpha(picture.pixel(x, y)), 0) << x << ", " << y << " at " << scale;
+        }
+    }
 }
 
 TEST(PreviewRender, isAskedForByItsFlag)
