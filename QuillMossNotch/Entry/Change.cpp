@@ -6,6 +6,7 @@
 #include "Entry/Terminal.h"
 #include "Foundation/LargeStack.h"
 #include "HookConfiguration/HookInstaller.h"
+#include "Transport/Streams.h"
 
 #include <exception>
 #include <new>

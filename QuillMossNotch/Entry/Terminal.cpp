@@ -3,42 +3,20 @@
 
 #include "Entry/Terminal.h"
 
+#include "Transport/Streams.h"
+
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
 #include <fcntl.h>
-#include <poll.h>
 #include <unistd.h>
 
 namespace notch {
 namespace {
 
-// False when the descriptor is unusable.
-bool mayTryAgain(int descriptor)
-{
-    if (errno == EINTR)
-        return true;
-    pollfd waited{descriptor, POLLOUT, 0};
-    return errno == EAGAIN && (::poll(&waited, 1, -1) >= 0 || errno == EINTR);
-}
-
-// Without the standard streams, whose initialisation every hook process would pay for.
-bool write(int descriptor, std::string_view text)
-{
-    while (!text.empty()) {
-        const auto count = ::write(descriptor, text.data(), text.size());
-        if (count > 0)
-            text.remove_prefix(static_cast<std::size_t>(count));
-        else if (count == 0 || !mayTryAgain(descriptor))
-            return false;
-    }
-    return true;
-}
-
+// Without the standard library's streams, whose initialisation every hook process would pay for.
 bool write(int descriptor, std::initializer_list<std::string_view> pieces)
 {
     return std::ranges::all_of(
-        pieces, [=](std::string_view piece) { return write(descriptor, piece); });
+        pieces, [=](std::string_view piece) { return writeOutput(descriptor, piece); });
 }
 
 } // namespace
@@ -53,12 +31,6 @@ void openStandardStreams()
         if (opened < 0)
             return;
     }
-}
-
-void ignoreWriteSignals()
-{
-    std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 bool print(std::initializer_list<std::string_view> pieces)

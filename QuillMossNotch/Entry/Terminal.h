@@ -12,10 +12,6 @@ namespace notch {
 // that is opened later becomes standard output.
 void openStandardStreams();
 
-// From here on a reader that is gone, or a limit on the size of files, ends a write with an error
-// and not the process with a signal.
-void ignoreWriteSignals();
-
 // To standard output; false when not all of it could be written. Takes no memory.
 bool print(std::initializer_list<std::string_view> pieces);
 
