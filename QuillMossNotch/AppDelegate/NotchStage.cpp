@@ -5,6 +5,7 @@
 
 #include "NotchPanel/NotchViewport.h"
 #include "Platform/Display/ReducedMotion.h"
+#include "Style/AccessibleRole.h"
 
 #include <cmath>
 #include <memory>
@@ -48,6 +49,8 @@ NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Reques
     , decisionWatch_(model, panel_, view_, animator_)
     , sessionLock_([this] { decisionWatch_.beginAnew(); })
 {
+    setAccessibleRole(panel_, QAccessible::Dialog);
+    panel_.setWindowTitle(QStringLiteral("QuillMoss Notch"));
     animator_.frameDidChange = [this] { refreshHit(); };
     panel_.surfaceHidden = [this] {
         decisionWatch_.beginAnew();

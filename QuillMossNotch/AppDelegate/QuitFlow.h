@@ -16,7 +16,7 @@ namespace notch {
 //
 //   who asks                      with real requests waiting
 //   the person (menu, settings)   a question; ends only on "leave"
-//   anybody else, once            refused; the notch opens and shows what waits
+//   another program, once         refused; the notch opens and shows what waits
 //   a signal, again within        ends: a service manager and a terminal must be able to stop it
 //     signalPatience
 //

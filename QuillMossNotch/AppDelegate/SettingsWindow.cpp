@@ -3,6 +3,8 @@
 
 #include "AppDelegate/SettingsWindow.h"
 
+#include "Style/AccessibleRole.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -50,6 +52,7 @@ void SettingsWindow::build()
     page_->setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                           | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
     page_->setWindowTitle(u"QuillMoss Notch · 接入与交互"_s);
+    setAccessibleRole(*page_, QAccessible::Window);
     page_->setFixedSize(width, std::min(tallest, visible.height() - margin));
     page_->move(visible.center() - page_->rect().center());
 }

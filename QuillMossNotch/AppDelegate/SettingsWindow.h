@@ -18,7 +18,7 @@ public:
 
     // Brings it to the front with the keyboard.
     void show();
-    // Shows the model's present state, if anybody can see it.
+    // Shows the model's present state, if the window is on the screen.
     void refresh();
 
 private:

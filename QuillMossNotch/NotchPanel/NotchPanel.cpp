@@ -28,7 +28,7 @@ PixelRect boundsOf(std::span<const PixelRect> pixels)
 } // namespace
 
 NotchPanel::NotchPanel()
-    // Only a window that the window manager does not know stands above a full-screen one and is
+    // Only a window that the window manager does not know stays above a full-screen one and is
     // left where it is.
     : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
                            | Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint)

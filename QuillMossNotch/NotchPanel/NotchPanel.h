@@ -18,7 +18,7 @@
 namespace notch {
 
 // The window of the notch. It
-//  - stands above everything, a focused full-screen window included, and is placed by nobody else;
+//  - lies above everything, a focused full-screen window included, and no window manager moves it;
 //  - takes no keyboard when it appears, and later only as PanelKeyboard says; resigning gives it
 //    back to the window that had it;
 //  - is there for the pointer only where the surface is drawn: every other click reaches the window

@@ -32,15 +32,15 @@ public:
     // The content's height when it was last fitted.
     double naturalHeight() const { return naturalHeight_; }
 
-    // Brings the content up to date and lays it out; a height that is none leaves naturalHeight()
-    // as it was. Returns naturalHeight().
+    // Brings the content up to date and lays it out; unless its height is a positive number,
+    // naturalHeight() stays as it was. Returns naturalHeight().
     double fitContent(double width, double maxHeight);
     // The drawn surface hangs from the middle of the top edge.
     void setSurface(double width, double height);
     double surfaceWidth() const { return surfaceWidth_; }
 
     NotchShape silhouette() const;
-    // How far the silhouette stands from the left edge.
+    // The distance from the left edge to the silhouette.
     double silhouetteOffset() const;
 
 protected:

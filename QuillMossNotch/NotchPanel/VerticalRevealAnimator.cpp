@@ -55,7 +55,7 @@ void VerticalRevealAnimator::animate(const Rect& targetFrame,
     targetSurfaceWidth_ = width;
     completion_ = std::move(completion);
     const Rect current = window_.frame();
-    if (motion == Motion::immediate || !sameEdges(current, targetFrame) || standsStill(current))
+    if (motion == Motion::immediate || !sameEdges(current, targetFrame) || isThere(current))
         finish();
     else
         start(current);
@@ -68,7 +68,7 @@ void VerticalRevealAnimator::stop()
     completion_ = nullptr;
 }
 
-bool VerticalRevealAnimator::standsStill(const Rect& current) const
+bool VerticalRevealAnimator::isThere(const Rect& current) const
 {
     return std::abs(current.height - targetFrame_->height) <= sameExtent
         && std::abs(surfaceWidth_ - targetSurfaceWidth_) <= sameExtent;

@@ -48,7 +48,7 @@ private:
         double surfaceWidth = 0;
     };
 
-    bool standsStill(const Rect& current) const;
+    bool isThere(const Rect& current) const;
     void start(const Rect& current);
     void scheduleStep();
     void runStep();

@@ -3,6 +3,7 @@
 
 #include "NotchView/NotchView.h"
 
+#include "NotchView/Announcer.h"
 #include "NotchView/ApprovalSection.h"
 #include "NotchView/CompactButton.h"
 #include "NotchView/CompactContent.h"
@@ -17,6 +18,7 @@
 #include "Style/NotchStyle.h"
 #include "Style/TextLine.h"
 
+#include <QAccessible>
 #include <QVBoxLayout>
 
 #include <chrono>
@@ -65,6 +67,7 @@ NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     , completion_(new CompletionSection(model, content_))
     , idle_(new IdleSection(model, content_))
     , failure_(new TextLine(style::font(10), style::warning, content_))
+    , announcer_(new Announcer(this))
 {
     build();
     tick_.setSingleShot(true);
@@ -125,6 +128,7 @@ void NotchView::refresh()
         showOpenContent();
     invalidateLayouts(*this);
     tick();
+    announce();
 }
 
 void NotchView::showOpenContent()
@@ -177,6 +181,14 @@ void NotchView::tick()
         tick_.start(std::chrono::ceil<std::chrono::milliseconds>(*next + tickSlack));
 }
 
+void NotchView::announce()
+{
+    if (!isVisible() || !QAccessible::isActive())
+        return; // Nobody listens.
+    if (const auto text = announcements_.next(*state_, clock_.now()))
+        announcer_->announce(*text);
+}
+
 int NotchView::neededHeight(int width) const
 {
     return layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width)
@@ -218,6 +230,7 @@ void NotchView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     tick();
+    announce();
 }
 
 void NotchView::hideEvent(QHideEvent* event)

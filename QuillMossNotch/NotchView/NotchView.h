@@ -5,6 +5,7 @@
 
 #include "AppModel/AppModel.h"
 #include "Foundation/Time.h"
+#include "NotchView/Announcements.h"
 #include "NotchView/DisplayState.h"
 
 #include <QTimer>
@@ -14,6 +15,7 @@
 
 namespace notch {
 
+class Announcer;
 class ApprovalSection;
 class CompactButton;
 class CompletionSection;
@@ -62,10 +64,12 @@ private:
     int neededHeight(int width) const;
     void shrink(int width, int points);
     void tick();
+    void announce();
 
     AppModel& model_;
     const Clock& clock_;
     std::optional<AppModelState> state_; // On show.
+    Announcements announcements_;
     QTimer tick_{this}; // Runs only while a request with a deadline is on the screen.
     CompactButton* compact_;
     QWidget* content_;
@@ -76,6 +80,7 @@ private:
     CompletionSection* completion_;
     IdleSection* idle_;
     TextLine* failure_; // Below whatever the notch shows.
+    Announcer* announcer_;
 };
 
 } // namespace notch

@@ -28,6 +28,17 @@ TEST_F(DecisionTest, ofTwoRequestsTheOneOnShowIsAnsweredAndNotByAClickRightAfter
     expectAnswer(*first, "deny");
 }
 
+TEST_F(DecisionTest, aReaderHearsEachRequestItsArmingAndItsEndOnce)
+{
+    notch_.announcement();
+    const auto hook = ask();
+    EXPECT_THAT(notch_.announcement().value_or(""),
+        testing::MatchesRegex("执行终端命令。rm -rf ./old。(50|49) 秒"));
+    EXPECT_EQ(notch_.announcement(), "可以选择");
+    click(deny);
+    EXPECT_EQ(notch_.announcement(), "已发送拒绝。仅作用于刚才的请求，不影响后续权限");
+}
+
 TEST_F(DecisionTest, aKilledHookTakesItsRequestAway)
 {
     const auto hook = ask();

@@ -134,7 +134,7 @@ TEST_F(NotchPanelTest, keyboardStaysWhereItIsUntilAPressAndGoesBackAfterwards)
     ASSERT_TRUE(hasFocus(second));
     panel->resignKeyWindow();
     EXPECT_TRUE(eventually([&] { return !panel->isKeyWindow(); }));
-    EXPECT_EQ(other.focus(), second) << "somebody else took it";
+    EXPECT_EQ(other.focus(), second) << "another window took it";
 }
 
 TEST_F(NotchPanelTest, aClickOnAControlLeavesTheKeyboardWhereItWasUnlessItIsInUse)

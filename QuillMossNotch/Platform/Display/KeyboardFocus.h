@@ -16,7 +16,7 @@ public:
 
     // `time`: the X server's, of the event that is the reason.
     void take(quint32 time);
-    // Only if the window still has it: nobody is robbed of what they took since.
+    // Only while the window still has it: what another window took since stays there.
     void giveBack();
 
 private:

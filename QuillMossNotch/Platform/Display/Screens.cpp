@@ -13,7 +13,7 @@ namespace notch {
 Screens::Screens(std::function<void()> changed)
     : changed_(std::move(changed))
 {
-    // Queued: the list of screens must be the new one when somebody reads it.
+    // Queued: the list of screens must be the new one when `changed` reads it.
     const auto tell = [this] { changed_(); };
     QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &context_,
         [this](QScreen* added) { watch(added); });

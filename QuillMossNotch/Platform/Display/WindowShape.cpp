@@ -69,9 +69,9 @@ void setClearBackground(QWindow& window)
     }
 }
 
-// The first is picom's own. The second says that the window draws its frame by itself, which the
-// rules of many a compositor's configuration ask for; its frame has no invisible part to subtract,
-// since there is none that it would be right for while the surface moves.
+// The first property is picom's own. The second says that the window draws its frame by itself,
+// which the rules in compositors' configurations ask for. Its margins are zero: the surface moves
+// within the window, so that no margin would stay right.
 void forbidShadow(QWindow& window)
 {
     setCardinals(window, "_COMPTON_SHADOW", std::array<std::uint32_t, 1>{0});

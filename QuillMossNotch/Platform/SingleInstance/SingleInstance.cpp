@@ -23,7 +23,7 @@ bool isOwnDirectory(const std::string& path)
         && status.st_uid == ::getuid();
 }
 
-// Anybody may put something under this name into a shared directory.
+// In a shared directory another user may have put something under this name.
 bool isOwnFile(int fd)
 {
     struct stat status { };

@@ -53,7 +53,7 @@ private:
     std::function<void()> changed_;
     std::set<XClient::Window> watched_;
     Seen seen_;
-    std::optional<QSocketNotifier> readable_; // While somebody observes.
+    std::optional<QSocketNotifier> readable_; // While there is an observer.
 };
 
 } // namespace notch

@@ -67,6 +67,32 @@ public:
             0);
     }
 
+    // What a reader speaks whoever has the keyboard: the next notification of this program that
+    // comes into view after the first call; nothing after ten seconds. That one listens only.
+    std::optional<std::string> announcement()
+    {
+        if (!std::exchange(listens_, true)) {
+            sd_bus_add_match(bus_.get(), nullptr,
+                "type='signal',interface='org.a11y.atspi.Event.Object',member='StateChanged'",
+                nullptr, nullptr);
+            call(bus_.get(), {"org.a11y.atspi.Registry", "/org/a11y/atspi/registry"},
+                "org.a11y.atspi.Registry", "RegisterEvent", "sass", "object:state-changed:showing",
+                0, "");
+            return std::nullopt;
+        }
+        std::optional<std::string> heard;
+        waitUntil([&] {
+            sd_bus_message* event = nullptr;
+            while (!heard && sd_bus_process(bus_.get(), &event) > 0) {
+                const Reply held(event, sd_bus_message_unref);
+                heard = event ? spoken(event) : std::nullopt;
+                event = nullptr;
+            }
+            return heard.has_value();
+        });
+        return heard;
+    }
+
 private:
     struct Node {
         std::string program; // Its name on the bus.
@@ -118,12 +144,36 @@ private:
         return found;
     }
 
-    bool isNamed(const Node& node, const std::string& name) const
+    std::optional<std::string> nameOf(const Node& node) const
     {
         const char* text = nullptr;
         const auto reply = call(
             bus_.get(), node, "org.freedesktop.DBus.Properties", "Get", "ss", accessible, "Name");
-        return sd_bus_message_read(reply.get(), "v", "s", &text) > 0 && name == text;
+        return sd_bus_message_read(reply.get(), "v", "s", &text) > 0 ? std::optional(text)
+                                                                     : std::nullopt;
+    }
+    bool isNamed(const Node& node, const std::string& name) const { return nameOf(node) == name; }
+
+    std::uint32_t roleOf(const Node& node) const
+    {
+        std::uint32_t role = 0;
+        const auto reply = call(bus_.get(), node, accessible, "GetRole");
+        sd_bus_message_read(reply.get(), "u", &role);
+        return role;
+    }
+
+    // Nothing for an event that is not a notification's coming into view.
+    std::optional<std::string> spoken(sd_bus_message* event) const
+    {
+        constexpr std::uint32_t notification = 101; // ATSPI_ROLE_NOTIFICATION
+        const char* state = nullptr;
+        int on = 0;
+        if (sd_bus_message_is_signal(event, "org.a11y.atspi.Event.Object", "StateChanged") <= 0
+            || sd_bus_message_read(event, "si", &state, &on) <= 0 || state != std::string("showing")
+            || on == 0)
+            return std::nullopt;
+        const Node source{sd_bus_message_get_sender(event), sd_bus_message_get_path(event)};
+        return roleOf(source) == notification ? nameOf(source) : std::nullopt;
     }
 
     std::optional<AccessibleControl> find(const Node& node, const std::string& name) const
@@ -158,6 +208,7 @@ private:
 
     std::string name_;
     std::shared_ptr<sd_bus> bus_; // Null: there is no such bus.
+    bool listens_ = false;
 };
 
 } // namespace notch
