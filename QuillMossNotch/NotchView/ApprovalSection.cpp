@@ -178,9 +178,6 @@ void ApprovalSection::showRequest(const ApprovalRequest& request)
     detailsChip_->setContent(Symbol::none, content.detailsChip);
     command_->setContent(content.command);
     parameters_->setContent(content.parameters);
-    for (auto* const block : {command_, parameters_})
-        block->setAccessibleName(toQString(content.detailsHeader));
-    description_->setAccessibleName(toQString(descriptionLeadIn));
     decision_->setContent(content);
 }
 

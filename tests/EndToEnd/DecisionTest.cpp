@@ -35,6 +35,7 @@ TEST_F(DecisionTest, aReaderHearsEachRequestItsArmingAndItsEndOnce)
     EXPECT_THAT(notch_.announcement().value_or(""),
         testing::MatchesRegex("执行终端命令。rm -rf ./old。(50|49) 秒"));
     EXPECT_EQ(notch_.announcement(), "可以选择");
+    EXPECT_EQ(settled("QuillMoss Notch").role, AccessibleControl::Role::dialog);
     click(deny);
     EXPECT_EQ(notch_.announcement(), "已发送拒绝。仅作用于刚才的请求，不影响后续权限");
 }

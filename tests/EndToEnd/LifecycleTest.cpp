@@ -92,6 +92,7 @@ TEST_F(LifecycleTest, theItemOfALateTrayBringsIconifiedSettingsBack)
     ASSERT_TRUE(appears("退出 QuillMoss Notch"));
     ASSERT_TRUE(other_.iconifyActiveWindow());
     openSettings();
+    EXPECT_EQ(settled("QuillMoss Notch · 接入与交互").role, AccessibleControl::Role::window);
     click("退出 QuillMoss Notch");
     EXPECT_EQ(resident_->finish().status, 0);
 }

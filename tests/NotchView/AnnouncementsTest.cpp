@@ -14,9 +14,11 @@ TEST(Announcements, tellEachThingOnce)
     AppModelState state;
     Announcements announcements;
     const auto receive = [&](const char* id, const std::string& command) {
-        state.interaction.receive({.id = id, .toolName = "Bash",
+        state.interaction.receive({.id = id,
+                                      .toolName = "Bash",
                                       .toolInputJSON = R"({"command":")" + command + "\"}",
-                                      .eventName = "PermissionRequest", .expiresAt = now + Seconds{50}},
+                                      .eventName = "PermissionRequest",
+                                      .expiresAt = now + Seconds{50}},
             now);
     };
     const auto expect = [&](const char* when, std::optional<std::string> said) {

@@ -21,6 +21,7 @@ struct AccessibleControl {
     bool isEnabled = false;
     int x = 0; // The middle, in pixels of the screen.
     int y = 0;
+    enum class Role : std::uint32_t { other = 0, dialog = 16, window = 23 } role = Role::other;
     // Where it is found again, also when it shows no more.
     std::string program; // Its name on the bus.
     std::string path;
@@ -203,7 +204,7 @@ private:
         if ((states[0] & showing) == 0)
             return std::nullopt;
         return AccessibleControl{(states[0] & enabled) != 0, area[0] + area[2] / 2,
-            area[1] + area[3] / 2, node.program, node.path};
+            area[1] + area[3] / 2, AccessibleControl::Role{roleOf(node)}, node.program, node.path};
     }
 
     std::string name_;
