@@ -8,37 +8,54 @@
 namespace notch {
 namespace {
 
-// Drives a model at random and watches, from outside, that no decision leaves but by a click on
-// what the person has had before their eyes for the whole guard delay.
+// Drives a model at random and watches, from outside, that no decision leaves and no host comes to
+// the front but by a click on what the person has had before their eyes for the whole guard delay,
+// and that reminders leave the requests alone.
 class Walk : StartedModel {
 public:
     explicit Walk(unsigned seed)
         : random_(seed)
+        , quiet_(seed % 2 == 0)
     {
         model.setDisplay(&outside.display);
+        model.setPreference(Preference::completionRemindersEnabled, true);
         model.subscribe([this] { look(); });
     }
 
     void step()
     {
-        const auto& step = steps_[below(steps_.size())];
+        const auto index = below(steps_.size());
+        if (quiet_ && index < stepsThatAsk && below(8) != 0)
+            return;
+        const auto& step = steps_[index];
         SCOPED_TRACE(step.name);
         outside.server.hookWaits = below(4) != 0;
         const auto before = seen_;
+        const auto interactionBefore = interaction();
+        reminderBefore_ = reminder_;
         step.take();
         judgeDecisions(before, step.clicks);
+        if (step.reminds)
+            judgeReminder(interactionBefore);
         if (below(4) != 0)
             show(decision());
         look();
     }
 
     std::size_t decisions() const { return decided_.size(); }
+    std::size_t activations() const { return activated_.size(); }
 
 private:
     struct Step {
         const char* name;
         std::function<void()> take;
         bool clicks = false; // A person does, on a button.
+        bool reminds = false; // It is a matter of reminders.
+    };
+    // The reminder that an open notch shows.
+    struct Reminder {
+        std::optional<UUID> token;
+        double since = 0;
     };
     // What a person could decide: on the screen, open, without a receipt over it.
     struct Seen {
@@ -60,6 +77,8 @@ private:
         const auto seen = visible ? shown : std::nullopt;
         if (seen != seen_.decision)
             seen_ = {seen, outside.time.uptime().seconds};
+        if (const auto token = shownReminder(); token != reminder_.token)
+            reminder_ = {token, outside.time.uptime().seconds};
         std::set<std::string> ids;
         for (const auto& request : interaction().requests())
             EXPECT_TRUE(ids.insert(request.id).second) << request.id << " is queued twice";
@@ -69,6 +88,8 @@ private:
     void judgeDecisions(const Seen& before, bool clicked)
     {
         for (const auto& call : outside.takeCalls()) {
+            if (call.starts_with("activate"))
+                judgeActivation();
             const auto at = call.find(".decide ");
             if (at == std::string::npos)
                 continue;
@@ -80,6 +101,58 @@ private:
             EXPECT_LT(id.size(), UUID::random().text().size()) << "it was a demonstration";
             EXPECT_TRUE(decided_.insert(id).second) << id << " was decided twice";
         }
+    }
+
+    std::optional<UUID> shownReminder() const
+    {
+        if (!interaction().expanded() || interaction().feedback()
+            || !interaction().requests().empty())
+            return std::nullopt;
+        if (state().questionState.visible())
+            return state().questionState.token()->value;
+        const auto& turn = state().completionState.current;
+        return turn ? std::optional(turn->token) : std::nullopt;
+    }
+    void judgeActivation()
+    {
+        const auto clicked = std::exchange(clicked_, std::nullopt);
+        ASSERT_TRUE(clicked) << "nobody has clicked";
+        EXPECT_EQ(clicked, reminderBefore_.token) << "another one was on show";
+        EXPECT_GE(outside.time.uptime().seconds - reminderBefore_.since, 0.45 - rounding);
+        EXPECT_TRUE(activated_.insert(*clicked).second) << "twice for one reminder";
+    }
+    // A reminder may open the notch, which begins the guard delay anew, and close it.
+    void judgeReminder(const NotchInteraction& before)
+    {
+        EXPECT_EQ(interaction().requests(), before.requests());
+        EXPECT_EQ(interaction().selectedID(), before.selectedID());
+        EXPECT_EQ(interaction().feedback(), before.feedback());
+        EXPECT_TRUE(
+            interaction().readyAt() == before.readyAt()
+            || interaction().readyAt() == outside.time.now() + NotchInteraction::handoffDelay);
+    }
+    void scan()
+    {
+        const auto flow = std::to_string(below(3) == 0 ? nextID_++ : nextID_);
+        const auto question = FakeOutside::question(flow, 1 + static_cast<int>(below(8)) / 7);
+        outside.see(question);
+        outside.see(question);
+    }
+    void turn()
+    {
+        const std::string session = below(2) == 0 ? "A" : "B";
+        outside.tell(outside.turnStart(session));
+        outside.tell(outside.turnEnd(session));
+    }
+    void clickReminder()
+    {
+        if (const auto shown = shownReminder(); shown && below(4) != 0)
+            tokens_.push_back(*shown);
+        if (tokens_.empty())
+            return;
+        clicked_ = tokens_.back();
+        model.handoffQuestion({*clicked_});
+        model.activateCompletion(*clicked_);
     }
 
     void ask(ApprovalRequest request)
@@ -142,11 +215,13 @@ private:
     }
 
     static constexpr double rounding = 1e-6;
+    static constexpr std::size_t stepsThatAsk = 4; // The first ones.
 
     const std::vector<Step> steps_{
         {"hook asks", [this] { ask(outside.hookRequest("")); }},
         {"card appears", [this] { ask(outside.nativeRequest("")); }},
         {"hook asks twice", [this] { askTwice(); }},
+        {"demonstrate", [this] { play(below(2) == 0 ? "demo hook" : "demo native"); }},
         {"hook goes", [this] { hookGoes(); }},
         {"hook goes", [this] { hookGoes(); }},
         {"wait", [this] { wait(); }},
@@ -163,22 +238,36 @@ private:
         {"open or close", [this] { play(interaction().expanded() ? "close" : "open"); }},
         {"pointer", [this] { play(interaction().pointerInside() ? "leave" : "enter"); }},
         {"switch", [this] { play(below(2) == 0 ? "switch 1" : "switch -1"); }},
-        {"demonstrate", [this] { play(below(2) == 0 ? "demo hook" : "demo native"); }},
         {"end the demonstration", [this] { play("endDemo"); }},
         {"leave the receipt", [this] { play("dismiss"); }},
         {"click outside", [this] { play("clickOutside"); }},
+        {"question", [this] { scan(); }, false, true},
+        {"no question", [this] { play("unseen"); }, false, true},
+        {"turn", [this] { turn(); }, false, true},
+        {"click on a reminder", [this] { clickReminder(); }, false, true},
+        {"click on a reminder", [this] { clickReminder(); }, false, true},
+        {"host", [this] { play(below(3) == 0 ? "front" : "back"); }, false, true},
+        {"applications change", [this] { play("switchApps"); }, false, true},
+        {"the host does not come", [this] { outside.host.activates = below(2) == 0; }},
     };
     std::mt19937 random_;
+    const bool quiet_; // Few requests, so that reminders have the notch.
     int nextID_ = 0;
     Seen seen_;
     std::optional<AppModel::ArmedPress> press_;
     std::vector<ApprovalRequest> known_;
     std::set<std::string> decided_;
+    Reminder reminder_;
+    Reminder reminderBefore_; // Before this step.
+    std::vector<UUID> tokens_; // Seen on show.
+    std::optional<UUID> clicked_; // In this step, for this reminder.
+    std::set<UUID> activated_;
 };
 
 TEST(AppModelWalk, decidesOnlyWhatAPersonSawAndClicked)
 {
     std::size_t decisions = 0;
+    std::size_t activations = 0;
     constexpr unsigned first = 2'279'277'199; // It once met a timer that outlived its receipt.
     for (unsigned seed = first; seed != first + 40; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
@@ -186,8 +275,10 @@ TEST(AppModelWalk, decidesOnlyWhatAPersonSawAndClicked)
         for (int step = 0; step < 1000 && !testing::Test::HasFailure(); ++step)
             walk.step();
         decisions += walk.decisions();
+        activations += walk.activations();
     }
-    EXPECT_GT(decisions, 100U) << "the walk must come to where it can fail";
+    EXPECT_GT(decisions, 50U) << "the walk must come to where it can fail";
+    EXPECT_GT(activations, 15U);
 }
 
 } // namespace
