@@ -33,7 +33,7 @@ using std::chrono::duration;
 
 constexpr duration<double> tooEarly{0.449};
 constexpr duration<double> lateEnough{0.55};
-constexpr duration<double> patience{0.005};
+constexpr duration<double> patience{0.010};
 
 struct Outcome {
     double armedAfter = 0; // Seconds after the first pixel; 0: it was decided before.
