@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t shownSessionScalars = 12;
 constexpr int urgentSeconds = 10;
 constexpr std::size_t longestTitle = 203; // A name of 200 characters, and what is before it.
-// A card of the host's window is given a deadline of years, which is none.
+// A card of the host's window waits without end: its deadline is years away.
 constexpr Seconds longestDeadline{24 * 60 * 60};
 
 std::string_view editionName(std::string_view source)

@@ -15,7 +15,7 @@
 namespace notch {
 
 // A request that waits for the person, in all the words round it. Texts of the request itself are
-// safe to show as they stand here (see VisibleText.h); only toolTips of plain text may show them.
+// safe to show (see VisibleText.h), as plain text only.
 struct ApprovalContent {
     bool isNative = false; // A card in the host's own window.
     std::string_view banner; // Empty: none.

@@ -11,7 +11,7 @@ namespace notch {
 
 struct CompactContent;
 
-// The strip that opens and closes the notch. Its words stand below the display's own notch.
+// The strip that opens and closes the notch. Its words are below the display's own notch.
 class CompactButton final : public QAbstractButton {
 public:
     explicit CompactButton(QWidget* parent);

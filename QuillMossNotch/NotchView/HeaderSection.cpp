@@ -83,7 +83,7 @@ HeaderSection::HeaderSection(AppModel& model, QWidget* parent)
     row->addWidget(avatar_);
     row->addWidget(text_, 1);
     row->addWidget(settings_);
-    row->addSpacing(-2); // The two icon buttons stand 8 apart.
+    row->addSpacing(-2); // There are 8 points between the two icon buttons.
     row->addWidget(close_);
     connect(settings_, &QAbstractButton::clicked, this, [this] { settingsClicked(); });
     connect(close_, &QAbstractButton::clicked, this, [this] { model_.collapse(); });

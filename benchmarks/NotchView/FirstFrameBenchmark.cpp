@@ -160,6 +160,7 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     notch::Notch notch;
     notch::measure(notch, "the first of all, 1 KiB", std::string(1'000, 'x'), 1);
     notch::measure(notch, "1 KiB", std::string(1'000, 'x'), 100);
