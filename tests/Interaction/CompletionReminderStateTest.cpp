@@ -1,110 +1,279 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "CompletionPlayer.h"
+#include "Interaction/CompletionReminderState.h"
+
+#include "support/TracePlayer.h"
+
+#include <gtest/gtest.h>
+#include <string>
 
 namespace notch {
 namespace {
 
+// Plays turns on a CompletionReminderState:
+//
+//   start SESSION[/TURN] …   end SESSION[/TURN] …   tick   claim [blocked]   collapse
+//   dismiss [another]   clear   off   reset   at TIME
+//
+// An event may go on with "agent NAME", "process NUMBER" (7 otherwise; 0 for no host), "age
+// SECONDS", "front" and "reason WORD" ("completed" otherwise, "none" for no reason).
+class CompletionPlayer final : public TracePlayer {
+public:
+    CompletionPlayer()
+    {
+        operations_ = {
+            {"at", [this] { now_ = Date{std::stod(next())}; }},
+            {"start", [this] { observe(CompletionEvent::Kind::started, {}); }},
+            {"end",
+                [this] {
+                    observe(CompletionEvent::Kind::ended, CompletionEvent::Reason::completed);
+                }},
+            {"tick", [this] { state.refresh(now_); }},
+            {"claim",
+                [this] {
+                    const bool canPresent = !given("blocked");
+                    answer(state.claimAutoExpansion(canPresent, now_).has_value());
+                }},
+            {"collapse", [this] { state.collapse(); }},
+            {"dismiss",
+                [this] {
+                    const auto token = state.current() ? state.current()->token : UUID();
+                    state.dismiss(given("another") ? UUID::random() : token);
+                }},
+            {"clear", [this] { state.clearPresentation(); }},
+            {"off", [this] { state.observe({}, 7, true, false, now_); }},
+            {"reset", [this] { state.reset(); }},
+        };
+    }
+
+    CompletionReminderState state;
+
+private:
+    void observe(CompletionEvent::Kind kind, std::optional<CompletionEvent::Reason> reason)
+    {
+        const auto turn = next();
+        const auto slash = turn.find('/');
+        CompletionEvent event{.id = UUID::random().text(),
+            .sessionID = turn.substr(0, slash),
+            .kind = kind,
+            .reason = reason,
+            .observedAt = now_};
+        if (slash != turn.npos)
+            event.generationID = turn.substr(slash + 1);
+        std::int32_t pid = 7;
+        bool background = true;
+        while (const auto option = more()) {
+            if (*option == "agent")
+                event.agentID = next();
+            else if (*option == "process")
+                pid = next<std::int32_t>();
+            else if (*option == "age")
+                event.observedAt = now_ + Seconds{-next<double>()};
+            else if (*option == "reason")
+                event.reason = parseCompletionReason(next());
+            else if (*option == "front")
+                background = false;
+            else
+                ADD_FAILURE() << "no such option: " << *option;
+        }
+        state.observe(event, pid == 0 ? std::nullopt : std::optional(pid), background, true, now_);
+    }
+
+    // The current reminder and how many wait.
+    std::string stateText() override
+    {
+        const auto& current = state.current();
+        const auto waiting = state.queuedCount() - (current ? 1 : 0);
+        return (current ? current->event.sessionID + '/' + *current->event.generationID : "none")
+             + (state.hasBeenPresented() ? " presented" : "")
+             + (waiting > 0 ? ", " + std::to_string(waiting) + " waiting" : "");
+    }
+
+    Date now_;
+};
+
 struct Trace {
     const char* name;
-    const char* words; // Each operation with ":" and the state that must follow it.
+    const char* text;
 };
 
 const Trace traces[] = {
     {"is shown from 0.8 to 30 seconds",
-        "@-100 +a/1:- @0 -a/1:-+1 @0.7999 tick:-+1 @0.8 tick:a/1 @29.999 tick:a/1 @30 tick:-"},
-    {"gets old while it waits", "+a/1:- -a/1:-+1 @30 tick:-"},
-    {"end in front is no reminder later", "+a/1:- @1 -a/1,front:- @2 -a/1:- @3 tick:-"},
+        R"(at -100, start a/1             | none
+at 0, end a/1, at 0.7999, tick | none, 1 waiting
+at 0.8, tick, at 29.999, tick  | a/1
+at 30, tick                    | none
+)"},
+    {"gets old while it waits",
+        R"(start a/1   | none
+end a/1     | none, 1 waiting
+at 30, tick | none
+)"},
+    {"end in front is no reminder later",
+        R"(start a/1, at 1, end a/1 front, at 2, end a/1, at 3, tick | none
+)"},
     {"other reasons consume the turn",
-        "+a/1:- -a/1,interrupted:- -a/1:- +b/1:- -b/1,cancelled:- -b/1:- +c/1:- -c/1,failed:- "
-        "-c/1:- +d/1:- -d/1,unknown:- -d/1:- +e/1:- -e/1,none:- -e/1:-"},
+        R"(start a/1, end a/1 reason interrupted, end a/1, start b/1 | none
+end b/1 reason cancelled, end b/1, start c/1              | none
+end c/1 reason failed, end c/1, start d/1                 | none
+end d/1 reason unknown, end d/1, start e/1                | none
+end e/1 reason none, end e/1                              | none
+)"},
     {"mismatched end leaves the turn open",
-        "+a/1,agent=x:- @1 -a/2,agent=x:- -a,agent=x:- -a/1,agent=y:- -a/1:- "
-        "-a/1,agent=x,pid=8:- -b/1,agent=x:- -a/1,agent=x,age=1.5:- -a/1,agent=x:-+1"},
+        R"(start a/1 agent x, at 1, end a/2 agent x, end a agent x | none
+end a/1 agent y, end a/1, end a/1 agent x process 8     | none
+end b/1 agent x, end a/1 agent x age 1.5                | none
+end a/1 agent x                                         | none, 1 waiting
+)"},
     {"event of three seconds is fresh enough",
-        "@10 +a/1,age=3.1:- +b/1,age=-0.1:- -a/1:- -b/1:- "
-        "@20 +a/1,age=3:- @23 -a/1,age=3.1:- -a/1,age=-0.1:- -a/1,age=3:-+1"},
+        R"(at 10, start a/1 age 3.1, start b/1 age -0.1, end a/1, end b/1 | none
+at 20, start a/1 age 3, at 23, end a/1 age 3.1                 | none
+end a/1 age -0.1                                               | none
+end a/1 age 3                                                  | none, 1 waiting
+)"},
     {"without exactly one host nothing counts",
-        "+a/1,pid=0:- -a/1:- +a/1,pid=-7:- -a/1,pid=-7:- +a/1:- -a/1,pid=0:- -a/1:-+1"},
-    {"invalid event is not observed", "+a*/1:- -a*/1:-"},
-    {"replayed start opens nothing", "+a/1:- -a/1:-+1 @1 tick:a/1 dismiss:- @2 +a/1:- -a/1:- "
-                                     "@3 +a/2:- +a/1:- -a/1:- -a/2:-+1"},
+        R"(start a/1 process 0, end a/1, start a/1 process -7 | none
+end a/1 process -7, start a/1, end a/1 process 0   | none
+end a/1                                            | none, 1 waiting
+)"},
+    {"invalid event is not observed",
+        R"(start a*/1, end a*/1 | none
+)"},
+    {"replayed start opens nothing",
+        R"(start a/1                                                     | none
+end a/1                                                       | none, 1 waiting
+at 1, tick                                                    | a/1
+dismiss, at 2, start a/1, end a/1, at 3, start a/2, start a/1 | none
+end a/1                                                       | none
+end a/2                                                       | none, 1 waiting
+)"},
     {"start without generation closes the turn",
-        "+a/1:- @1 +a:- @2 -a/1:- @3 +a/2,age=2.5:- -a/2:- +a/2:- -a/2:-+1 @4 +b:a/2 +a:-"},
+        R"(start a/1, at 1, start a, at 2, end a/1     | none
+at 3, start a/2 age 2.5, end a/2, start a/2 | none
+end a/2                                     | none, 1 waiting
+at 4, start b                               | a/2
+start a                                     | none
+)"},
     {"late start disturbs nothing",
-        "+a/1:- @2 +a/2,age=2.5:- +a,age=2.5:- -a/1:-+1 @3 +a/3,age=1.5:a/1 @4 +a/3,age=2:-"},
-    {"start of another agent is refused", "+a/1:- @1 +a/2,agent=x:- -a/2,agent=x:- -a/1:-+1"},
+        R"(start a/1, at 2, start a/2 age 2.5, start a age 2.5 | none
+end a/1                                             | none, 1 waiting
+at 3, start a/3 age 1.5                             | a/1
+at 4, start a/3 age 2                               | none
+)"},
+    {"start of another agent is refused",
+        R"(start a/1, at 1, start a/2 agent x, end a/2 agent x | none
+end a/1                                             | none, 1 waiting
+)"},
     {"new turn removes what the session has",
-        "+a/1:- +b/1:- -a/1:-+1 -b/1:-+2 @1 +b/2:a/1 +a/2:- -a/2:-+1 +a/3:-"},
+        R"(start a/1, start b/1 | none
+end a/1              | none, 1 waiting
+end b/1              | none, 2 waiting
+at 1, start b/2      | a/1
+start a/2            | none
+end a/2              | none, 1 waiting
+start a/3            | none
+)"},
     {"one comes after the other",
-        "+a/1:- +b/1:- -b/1:-+1 @0.5 -a/1:-+2 @0.9 tick:b/1+1 dismiss:-+1 @1.2 tick:-+1 "
-        "@1.3 tick:a/1"},
+        R"(start a/1, start b/1  | none
+end b/1               | none, 1 waiting
+at 0.5, end a/1       | none, 2 waiting
+at 0.9, tick          | b/1, 1 waiting
+dismiss, at 1.2, tick | none, 1 waiting
+at 1.3, tick          | a/1
+)"},
     {"opens once by itself",
-        "+a/1:- +b/1:- -a/1:-+1 -b/1:-+2 @0.5 claim:-+2 @0.8 claim!:a/1+1 @0.9 claim:>a/1!+1 "
-        "@1 claim:a/1!+1 stale:a/1!+1 dismiss:-+1 tick:b/1 collapse:b/1! claim:b/1!"},
+        R"(start a/1, start b/1                        | none
+end a/1                                     | none, 1 waiting
+end b/1, at 0.5, claim                      | no  none, 2 waiting
+at 0.8, claim blocked                       | no  a/1, 1 waiting
+at 0.9, claim, at 1, claim, dismiss another | yes  no  a/1 presented, 1 waiting
+dismiss                                     | none, 1 waiting
+tick                                        | b/1
+collapse, claim                             | no  b/1 presented
+)"},
     {"collapse without reminder marks none",
-        "collapse:- +a/1:- -a/1:-+1 collapse:-+1 @1 claim:>a/1!"},
+        R"(collapse, start a/1 | none
+end a/1, collapse   | none, 1 waiting
+at 1, claim         | yes  a/1 presented
+)"},
     {"cleared ones do not come back",
-        "+a/1:- +b/1:- +c/1:- -a/1:-+1 -b/1:-+2 @1 claim:>a/1!+1 clear:- -a/1:- +a/1:- -a/1:- "
-        "-c/1:-+1"},
+        R"(start a/1, start b/1, start c/1    | none
+end a/1                            | none, 1 waiting
+end b/1                            | none, 2 waiting
+at 1, claim                        | yes  a/1 presented, 1 waiting
+clear, end a/1, start a/1, end a/1 | none
+end c/1                            | none, 1 waiting
+)"},
     {"switched off forgets everything",
-        "+a/1:- -a/1:-+1 @1 claim:>a/1! off:- -a/1:- +a/1:- -a/1:-+1 reset:-"},
+        R"(start a/1               | none
+end a/1                 | none, 1 waiting
+at 1, claim             | yes  a/1 presented
+off, end a/1, start a/1 | none
+end a/1                 | none, 1 waiting
+reset                   | none
+)"},
     {"clock set back drops what it made younger",
-        "@9 +a/1:- -a/1:-+1 @10 claim:>a/1! +b/1:a/1! -b/1:a/1!+1 @8 tick:-"},
+        R"(at 9, start a/1         | none
+end a/1                 | none, 1 waiting
+at 10, claim, start b/1 | yes  a/1 presented
+end b/1                 | a/1 presented, 1 waiting
+at 8, tick              | none
+)"},
     {"time that is no number takes all away",
-        "+a/1:- -a/1:-+1 @1 tick:a/1 +b/1:a/1 -b/1:a/1+1 @nan tick:-"},
+        R"(start a/1             | none
+end a/1               | none, 1 waiting
+at 1, tick, start b/1 | a/1
+end b/1               | a/1, 1 waiting
+at nan, tick          | none
+)"},
 };
 
 TEST(CompletionReminderState, goesAsWritten)
 {
-    for (const auto& [name, script] : traces) {
-        CompletionPlayer player;
-        std::istringstream words(script);
-        for (std::string word; words >> word;) {
-            const auto operation = word.substr(0, word.find(':'));
-            const auto state = player.play(operation);
-            EXPECT_EQ(word[0] == '@' ? operation : operation + ':' + state, word) << name;
-        }
-    }
+    for (const auto& [name, text] : traces)
+        EXPECT_EQ(CompletionPlayer().played(text), text) << name;
 }
 
 TEST(CompletionReminderState, tracksNoMoreThan256Sessions)
 {
     CompletionPlayer player;
     for (int session = 0; session < 255; ++session)
-        player.play('+' + std::to_string(session) + "/1");
-    EXPECT_FALSE(player.state().trackingLimited());
-    player.play("+255/1");
-    EXPECT_TRUE(player.state().trackingLimited());
+        player.play("start " + std::to_string(session) + "/1");
+    EXPECT_FALSE(player.state.trackingLimited());
+    player.play("start 255/1");
+    EXPECT_TRUE(player.state.trackingLimited());
 
-    EXPECT_EQ(player.play("+256/1 -256/1"), "-");
-    EXPECT_EQ(player.state().trackedSessionCount(), 256U);
-    EXPECT_EQ(player.play("+0/2 -0/2"), "-+1"); // A session that is tracked already goes on.
-    EXPECT_EQ(player.play("reset +256/1 -256/1"), "-+1");
+    EXPECT_EQ(player.after("start 256/1, end 256/1"), "none");
+    EXPECT_EQ(player.state.trackedSessionCount(), 256U);
+    // A session that is tracked already goes on.
+    EXPECT_EQ(player.after("start 0/2, end 0/2"), "none, 1 waiting");
+    EXPECT_EQ(player.after("reset, start 256/1, end 256/1"), "none, 1 waiting");
 }
 
 TEST(CompletionReminderState, remembersNoMoreThan4096Starts)
 {
     CompletionPlayer player;
-    for (int generation = 0; generation < 4095; ++generation)
-        player.play("+a/" + std::to_string(generation));
-    EXPECT_FALSE(player.state().trackingLimited());
-    EXPECT_EQ(player.play("+a/4095 -a/4095"), "-+1");
-    EXPECT_TRUE(player.state().trackingLimited());
+    for (int turn = 0; turn < 4095; ++turn)
+        player.play("start a/" + std::to_string(turn));
+    EXPECT_FALSE(player.state.trackingLimited());
+    EXPECT_EQ(player.after("start a/4095, end a/4095"), "none, 1 waiting");
+    EXPECT_TRUE(player.state.trackingLimited());
 
-    EXPECT_EQ(player.play("+b/1 -b/1 +a/4096"), "-+1"); // The last turn's, undisturbed.
-    EXPECT_EQ(player.state().trackedSessionCount(), 1U);
+    // The last turn's is undisturbed.
+    EXPECT_EQ(player.after("start b/1, end b/1, start a/4096"), "none, 1 waiting");
+    EXPECT_EQ(player.state.trackedSessionCount(), 1U);
 }
 
 TEST(CompletionReminderState, keepsNoMoreThan16Reminders)
 {
     CompletionPlayer player;
     for (int session = 0; session < 16; ++session)
-        player.play("+s" + std::to_string(session) + "/1 -s" + std::to_string(session) + "/1");
-    EXPECT_EQ(player.play("+t/1 -t/1"), "-+16");
-    EXPECT_EQ(player.play("@1 +u/1 -u/1"), "s0/1+15"); // The current one counts.
-    EXPECT_EQ(player.play("dismiss +v/1 -v/1"), "s1/1+15");
+        player.play(
+            "start s" + std::to_string(session) + "/1, end s" + std::to_string(session) + "/1");
+    EXPECT_EQ(player.after("start t/1, end t/1"), "none, 16 waiting");
+    EXPECT_EQ(player.after("at 1, start u/1, end u/1"), "s0/1, 15 waiting"); // It counts.
+    EXPECT_EQ(player.after("dismiss, start v/1, end v/1"), "s1/1, 15 waiting");
 }
 
 } // namespace

@@ -3,52 +3,64 @@
 
 #include "Interaction/QuestionFlowIdentity.h"
 
-#include <gtest/gtest.h>
+#include "support/TracePlayer.h"
 
-#include <functional>
+#include <gtest/gtest.h>
 #include <map>
 #include <string>
-#include <tuple>
 
 namespace notch {
 namespace {
 
-std::optional<std::string> scan(QuestionFlowIdentity& identity, char what)
-{
-    // The binding, the process, the title, the page and the number of pages.
-    using Sighting = std::tuple<const char*, std::int32_t, const char*, int, int>;
-    static const std::map<char, Sighting> sightings{{'1', {"b", 7, "t1", 1, 3}},
-        {'2', {"b", 7, "t2", 2, 3}}, {'t', {"b", 7, "t3", 1, 3}}, {'b', {"c", 7, "t1", 1, 3}},
-        {'p', {"b", 8, "t1", 1, 3}}, {'n', {"b", 7, "t1", 1, 4}}, {'!', {"b", 0, "t1", 1, 3}}};
-    if (const auto seen = sightings.find(what); seen != sightings.end())
-        return std::apply(
-            std::bind_front(&QuestionFlowIdentity::identify, &identity), seen->second);
-    if (what == '-')
-        identity.observeAbsence();
-    else if (what == '?')
-        identity.observeUnavailable();
-    else
-        identity.reset();
-    return std::nullopt;
-}
+// Plays scans: page NUMBER [titled WORD] [bound WORD] [process NUMBER] [of NUMBER], absent,
+// unreadable, reset. Tells which flow each page was said to be of, by letters in the order of
+// appearance, or "none".
+class FlowPlayer final : public TracePlayer {
+public:
+    FlowPlayer()
+    {
+        operations_ = {
+            {"page", [this] { answer(scan()); }},
+            {"absent", [this] { identity_.observeAbsence(); }},
+            {"unreadable", [this] { identity_.observeUnavailable(); }},
+            {"reset", [this] { identity_.reset(); }},
+        };
+    }
+
+private:
+    std::string scan()
+    {
+        const auto page = next<int>();
+        std::map<std::string, std::string> given{{"titled", "title" + std::to_string(page)},
+            {"bound", "card"}, {"process", "7"}, {"of", "3"}};
+        while (const auto what = more())
+            given.at(*what) = next();
+        const auto id = identity_.identify(given["bound"], std::stoi(given["process"]),
+            given["titled"], page, std::stoi(given["of"]));
+        const std::string letter(1, static_cast<char>('A' + names_.size()));
+        return id ? names_.try_emplace(*id, letter).first->second : "none";
+    }
+    std::string stateText() override { return "."; }
+
+    QuestionFlowIdentity identity_;
+    std::map<std::string, std::string> names_;
+};
 
 TEST(QuestionFlowIdentity, keepsOneIdForOneCard)
 {
-    // A, B … for each id in order of appearance, - for none.
-    const std::map<std::string, std::string> flowsOfScans{{"11", "AA"}, {"1212", "AAAA"},
-        {"12t1", "AABC"}, {"1b", "AB"}, {"1p", "AB"}, {"1n", "AB"}, {"1-1-1", "A-A-A"},
-        {"1--1", "A--B"}, {"1-?-1", "A---A"}, {"1-!-1", "A---A"}, {"1 1", "A-B"}};
-    for (const auto& [scans, flows] : flowsOfScans) {
-        QuestionFlowIdentity identity;
-        std::map<std::string, char> names;
-        std::string trace;
-        for (const char sighting : scans) {
-            const auto id = scan(identity, sighting);
-            const auto next = static_cast<char>('A' + names.size());
-            trace += id ? names.try_emplace(*id, next).first->second : '-';
-        }
-        EXPECT_EQ(trace, flows) << scans;
-    }
+    const std::string trace =
+        R"(page 1, page 1, page 2, page 1, page 2                    | A  A  A  A  A  .
+page 1 titled other, page 1 titled other, page 1          | B  B  C  .
+page 1 bound elsewhere, page 1 bound elsewhere            | D  D  .
+page 1 bound elsewhere process 8                          | E  .
+page 1 bound elsewhere process 8 of 4, page 2             | F  G  .
+absent, page 2, absent, page 2                            | G  G  .
+absent, unreadable, absent, page 2                        | G  .
+absent, page 2 process 0, absent, page 2                  | none  G  .
+absent, absent, page 2                                    | H  .
+reset, page 2                                             | I  .
+)";
+    EXPECT_EQ(FlowPlayer().played(trace), trace);
 }
 
 TEST(QuestionFlowIdentity, refusesAMalformedSighting)

@@ -3,92 +3,85 @@
 
 #include "Interaction/QuestionReminderState.h"
 
-#include <gtest/gtest.h>
+#include "support/TracePlayer.h"
 
-#include <array>
+#include <gtest/gtest.h>
 #include <map>
-#include <sstream>
 #include <string>
 
 namespace notch {
 namespace {
 
-using State = QuestionReminderState;
-
-// Runs a script of words and prints the state after each. In:
-//   a1 a2 b1    waiting: flow a, page 1; b@9: the same flow in process 9; bad: an invalid reminder
-//   - ?         absent; unavailable
-//   claim collapse begin yes no (the hand-off's outcome); claim! begin! when nothing may be shown
-//   old.begin old.yes   with the token of the first flow
-// Out: the token (A, B … in order of appearance), the visible page, p if presented, the hand-off's
-// status (i f a x); then + or 0 for what an operation gave.
-class Trace {
+// Plays observations: page NUMBER [card WORD] [process NUMBER], invalid, absent, unreadable; and
+// operations: claim [blocked], collapse, begin [blocked], comes, stays (the host, at the hand-off's
+// end), and late … for begin and comes with the token of the first flow.
+class QuestionPlayer final : public TracePlayer {
 public:
-    std::string run(const std::string& script)
+    QuestionPlayer()
     {
-        std::istringstream words(script);
-        std::string trace;
-        for (std::string word; words >> word;)
-            trace += (trace.empty() ? "" : " ") + step(word);
-        return trace;
+        operations_ = {
+            {"page", [this] { state_.observe(page()); }},
+            {"invalid",
+                [this] {
+                    state_.observe(QuestionReminder{"Q", 7, "\u3000\n", 1, 3});
+                }},
+            {"absent", [this] { state_.observe(State::Absent{}); }},
+            {"unreadable", [this] { state_.observe(State::Unavailable{}); }},
+            {"claim", [this] { answer(state_.claimAutoExpansion(!given("blocked")).has_value()); }},
+            {"collapse", [this] { state_.collapse(); }},
+            {"begin", [this] { begin(token()); }},
+            {"comes", [this] { answer(state_.completeHandoff(token(), true)); }},
+            {"stays", [this] { answer(state_.completeHandoff(token(), false)); }},
+            {"late", [this] { late(); }},
+        };
     }
 
 private:
-    std::string step(const std::string& word)
+    using State = QuestionReminderState;
+
+    State::PresentationToken token() const
     {
-        const auto given = apply(word);
-        const std::string status(1, "ifax"[static_cast<int>(state_.handoffStatus())]);
-        return name(state_.token())
-             + (state_.visible() ? std::to_string(state_.visible()->currentPage) : "")
-             + (state_.hasBeenPresented() ? "p" : "") + status + given;
+        return state_.token().value_or(State::PresentationToken{});
+    }
+    void begin(const State::PresentationToken& token)
+    {
+        const auto handoff = state_.beginHandoff(token, !given("blocked"));
+        EXPECT_TRUE(!handoff || (handoff->token == token && handoff->pid() > 0));
+        answer(handoff.has_value());
+    }
+    void late()
+    {
+        if (next() == "begin")
+            begin(first_);
+        else
+            answer(state_.completeHandoff(first_, true));
     }
 
-    std::string apply(const std::string& word)
+    QuestionReminder page()
     {
-        const auto sign = [](bool given) { return given ? "+" : "0"; };
-        const auto token =
-            word.starts_with("old.") ? first_ : state_.token().value_or(State::PresentationToken{});
-        const auto end = word.substr(word.starts_with("old.") ? 4 : 0);
-        if (end == "claim" || end == "claim!")
-            return sign(state_.claimAutoExpansion(end == "claim").has_value());
-        if (end == "begin" || end == "begin!") {
-            const auto handoff = state_.beginHandoff(token, end == "begin");
-            EXPECT_TRUE(!handoff || (handoff->token == token && handoff->pid() > 0));
-            return sign(handoff.has_value());
+        QuestionReminder reminder{"Q", 7, "title", next<int>(), 3};
+        while (const auto what = more()) {
+            if (*what == "card")
+                reminder.flowID = next();
+            else
+                reminder.pid = next<std::int32_t>();
         }
-        if (end == "yes" || end == "no")
-            return sign(state_.completeHandoff(token, end == "yes"));
-        if (end == "collapse")
-            state_.collapse();
-        else
-            state_.observe(observation(end));
-        return "";
-    }
-
-    static State::Observation observation(const std::string& word)
-    {
-        if (word == "-")
-            return State::Absent{};
-        if (word == "?")
-            return State::Unavailable{};
-        QuestionReminder reminder{word.substr(0, 1), 7, "t", 1, 3};
-        if (word == "bad")
-            reminder.title = "\u3000\n";
-        else if (word.find('@') != word.npos)
-            reminder.pid = word.back() - '0';
-        else
-            reminder.currentPage = word[1] - '0';
         return reminder;
     }
 
-    std::string name(const std::optional<State::PresentationToken>& token)
+    // The flow by a letter, what is visible of it, and how far it has come.
+    std::string stateText() override
     {
-        if (!token)
-            return "";
+        if (!state_.token())
+            return "no flow";
         if (names_.empty())
-            first_ = *token;
-        const auto next = std::string(1, static_cast<char>('A' + names_.size()));
-        return names_.try_emplace(token->value, next).first->second;
+            first_ = *state_.token();
+        const std::string letter(1, static_cast<char>('A' + names_.size()));
+        static const std::array stages{"", " asked", " answered", " failed"};
+        return names_.try_emplace(state_.token()->value, letter).first->second
+             + (state_.visible() ? " page " + std::to_string(state_.visible()->currentPage) : "")
+             + (state_.hasBeenPresented() ? " presented" : "")
+             + stages.at(static_cast<std::size_t>(state_.handoffStatus()));
     }
 
     State state_;
@@ -96,37 +89,78 @@ private:
     std::map<UUID, std::string> names_;
 };
 
-TEST(QuestionReminderState, followsAFlowThroughItsObservations)
+struct Trace {
+    const char* name;
+    const char* text;
+};
+
+const Trace traces[] = {
+    {"nothing is seen",
+        R"(absent, unreadable, claim, collapse, begin, comes | no  no  no  no flow
+)"},
+    {"two identical scans show it",
+        R"(page 1         | A
+page 1, page 1 | A page 1
+)"},
+    {"opens by itself once",
+        R"(page 1, claim               | no  A
+page 1, claim blocked       | no  A page 1
+claim, claim                | yes  no  A page 1 presented
+)"},
+    {"a collapse counts as seen",
+        R"(page 1, collapse        | A
+page 1, collapse, claim | no  A page 1 presented
+)"},
+    {"another page is confirmed anew",
+        R"(page 1, page 1, claim | yes  A page 1 presented
+page 2                | A presented
+page 2, claim         | no  A page 2 presented
+page 1, page 2        | A presented
+)"},
+    {"a scan that could not be read or is invalid is confirmed anew",
+        R"(page 1, page 1, unreadable, page 1 | A
+page 1, invalid, page 1            | A
+page 1                             | A page 1
+)"},
+    {"two absences in a row end it",
+        R"(page 1, page 1, claim, absent, page 1           | yes  A presented
+page 1, claim, absent, unreadable, absent, page 1 | no  A presented
+page 1                                          | A page 1 presented
+absent, absent                                  | no flow
+page 1, page 1, claim                           | yes  B page 1 presented
+)"},
+    {"another card or process is another flow",
+        R"(page 1, page 1, claim                    | yes  A page 1 presented
+page 1 card R, page 1 card R             | B page 1
+page 1 card R process 9                  | C
+page 1 card R process 9                  | C page 1
+)"},
+    {"hand-off succeeds once",
+        R"(page 1, begin                  | no  A
+page 1, begin blocked          | no  A page 1
+begin, begin                   | yes  no  A page 1 presented asked
+comes, comes                   | yes  no  A presented answered
+page 1, page 2, page 2, claim  | no  A presented answered
+)"},
+    {"hand-off fails and is not retried",
+        R"(page 1, page 1, begin, stays | yes  yes  A page 1 presented failed
+page 1, begin, stays         | no  no  A page 1 presented failed
+)"},
+    {"hand-off outlasts an unreadable scan",
+        R"(page 1, page 1, begin, unreadable | yes  A presented asked
+comes, page 1, page 1             | yes  A presented answered
+)"},
+    {"a stale token does nothing",
+        R"(page 1, page 1, begin                     | yes  A page 1 presented asked
+page 1 card R, page 1 card R              | B page 1
+late comes, late begin, begin, late comes | no  no  yes  no  B page 1 presented asked
+)"},
+};
+
+TEST(QuestionReminderState, goesAsWritten)
 {
-    using Row = std::array<const char*, 3>;
-    for (const auto& [name, script, trace] : {
-             Row{"nothing seen", "- ? claim collapse begin yes", "i i i0 i i0 i0"},
-             Row{"two identical scans show it", "a1 a1 a1 a1", "Ai A1i A1i A1i"},
-             Row{"opens by itself once", "a1 claim a1 claim! claim claim",
-                 "Ai Ai0 A1i A1i0 A1pi+ A1pi0"},
-             Row{"a collapse counts as seen", "a1 collapse a1 collapse claim",
-                 "Ai Ai A1i A1pi A1pi0"},
-             Row{"another page is confirmed anew", "a1 a1 claim a2 a2 claim a1 a2",
-                 "Ai A1i A1pi+ Api A2pi A2pi0 Api Api"},
-             Row{"an unreadable scan is confirmed anew", "a1 a1 ? a1 a1", "Ai A1i Ai Ai A1i"},
-             Row{"an invalid reminder is unreadable", "a1 a1 bad a1 a1", "Ai A1i Ai Ai A1i"},
-             Row{"one absence keeps the flow", "a1 a1 claim - a1 a1 claim",
-                 "Ai A1i A1pi+ Api Api A1pi A1pi0"},
-             Row{"two absences end it", "a1 a1 claim - - a1 a1 claim",
-                 "Ai A1i A1pi+ Api i Bi B1i B1pi+"},
-             Row{"absences apart end nothing", "a1 - a1 - ? - a1", "Ai Ai Ai Ai Ai Ai Ai"},
-             Row{"another flow", "a1 a1 claim b1 b1 claim", "Ai A1i A1pi+ Bi B1i B1pi+"},
-             Row{"another process", "a1 a1 a@9 a@9", "Ai A1i Bi B1i"},
-             Row{"hand-off succeeds", "a1 begin a1 begin! begin begin yes yes a1 a1 a2 a2 claim",
-                 "Ai Ai0 A1i A1i0 A1pf+ A1pf0 Apa+ Apa0 Apa Apa Apa Apa Apa0"},
-             Row{"hand-off fails and is not retried", "a1 a1 begin no a1 begin no",
-                 "Ai A1i A1pf+ A1px+ A1px A1px0 A1px0"},
-             Row{"hand-off outlasts an unreadable scan", "a1 a1 begin ? yes a1 a1",
-                 "Ai A1i A1pf+ Apf Apa+ Apa Apa"},
-             Row{"stale token", "a1 a1 begin b1 b1 old.yes old.begin begin old.yes",
-                 "Ai A1i A1pf+ Bi B1i B1i0 B1i0 B1pf+ B1pf0"},
-         })
-        EXPECT_EQ(Trace().run(script), trace) << name;
+    for (const auto& [name, text] : traces)
+        EXPECT_EQ(QuestionPlayer().played(text), text) << name;
 }
 
 TEST(QuestionReminder, isValidOnlyAsAWhole)

@@ -6,6 +6,7 @@
 #include "Interaction/NotchInteraction.h"
 #include "support/TracePlayer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -37,7 +38,7 @@ inline std::string printed(const NotchInteraction& interaction, const std::strin
     return text;
 }
 
-// Plays operations on a NotchInteraction and writes the state after each:
+// Plays operations on a NotchInteraction and writes the state after each line:
 //
 //   at 0.00 receive A until 50  | yes  open [A] ready 0.45
 //
@@ -71,15 +72,16 @@ private:
     {
         ApprovalRequest request{.toolName = "Bash", .eventName = "PermissionRequest"};
         request.id = next();
-        if (request.id == "native")
+        const auto kind = request.id.size() > 1 ? std::exchange(request.id, next()) : "";
+        if (kind == "native")
             request.eventName = nativeApprovalEventName;
-        else if (request.id == "question")
+        else if (kind == "question")
             request.toolName = "AskUserQuestion";
-        else if (request.id == "foreign")
+        else if (kind == "foreign")
             request.eventName = "Stop";
-        if (request.id.size() > 1)
-            request.id = next();
-        next(); // "until"
+        else
+            EXPECT_EQ(kind, "") << "no such request";
+        EXPECT_EQ(next(), "until");
         request.expiresAt = moment();
         return request;
     }
@@ -88,8 +90,8 @@ private:
     {
         const auto id = next();
         const auto kind = std::ranges::find(receiptNames, next()) - receiptNames.begin();
-        interaction_.finish(
-            id, static_cast<NotchInteraction::Feedback::Kind>(kind), next() == "demo");
+        ASSERT_LT(kind, std::ssize(receiptNames)) << "no such receipt";
+        interaction_.finish(id, static_cast<NotchInteraction::Feedback::Kind>(kind), given("demo"));
     }
 
     std::string stateText() override

@@ -3,9 +3,10 @@
 
 #pragma once
 
-#include <algorithm>
 #include <functional>
+#include <gtest/gtest.h>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -27,17 +28,17 @@ inline std::string retold(
     return told;
 }
 
-// Carries out operations that are written as words, with or without commas between them.
+// Carries out operations that are written as words, with commas between them. An operation that
+// does not exist, a word that is missing and one that is left over each fail the test.
 class TracePlayer {
 public:
     virtual ~TracePlayer() = default;
 
-    void play(std::string operations)
+    void play(const std::string& operations)
     {
-        std::ranges::replace(operations, ',', ' ');
-        words_ = std::istringstream(operations);
-        for (std::string name; words_ >> name;)
-            operations_.at(name)();
+        std::istringstream list(operations);
+        for (std::string operation; std::getline(list, operation, ',');)
+            perform(operation);
     }
     // The answers of the operations, if they give any, and the state after them.
     std::string after(const std::string& operations)
@@ -51,11 +52,27 @@ public:
     }
 
 protected:
-    // The word after the operation's name, and so on.
+    // True when this is the next word, which then is taken.
+    bool given(std::string_view word)
+    {
+        const auto before = words_.tellg();
+        if (more() == word)
+            return true;
+        words_.clear();
+        words_.seekg(before);
+        return false;
+    }
+    // The next word, if there is one.
+    std::optional<std::string> more()
+    {
+        std::string word;
+        return words_ >> word ? std::optional(word) : std::nullopt;
+    }
+    // The next word, which must be there.
     template <class Value = std::string> Value next()
     {
         Value value{};
-        words_ >> value;
+        EXPECT_TRUE(words_ >> value) << "a word is missing: " << words_.str();
         return value;
     }
     void answer(const std::string& given) { answers_ += given + "  "; }
@@ -65,6 +82,17 @@ protected:
     std::map<std::string, std::function<void()>> operations_; // By name.
 
 private:
+    // One operation may follow the other without a comma, as after "at 0.45".
+    void perform(const std::string& operations)
+    {
+        words_ = std::istringstream(operations);
+        while (const auto name = more()) {
+            const auto found = operations_.find(*name);
+            ASSERT_TRUE(found != operations_.end()) << *name << " is no operation: " << operations;
+            found->second();
+        }
+    }
+
     std::istringstream words_;
     std::string answers_;
 };
