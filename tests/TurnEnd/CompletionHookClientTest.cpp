@@ -5,13 +5,11 @@
 
 #include "Transport/Framing.h"
 #include "Transport/ListeningSocket.h"
-#include "support/ChildProcess.h"
 #include "support/CompletionEvents.h"
 #include "support/SystemClock.h"
 #include "support/TemporaryDirectory.h"
 
 #include <array>
-#include <csignal>
 #include <fcntl.h>
 #include <functional>
 #include <gtest/gtest.h>
@@ -153,19 +151,6 @@ TEST_F(CompletionHookClientTest, waitsShortlyForRoomInTheBacklog)
         hook.join();
     }
     EXPECT_TRUE(sent);
-}
-
-// A server that SIGSTOP holds still takes connections: the system does it.
-TEST_F(CompletionHookClientTest, isNotHeldByAServerThatIsStopped)
-{
-    ChildProcess server(SHOW_TURN_ENDS, {place.directory().path()});
-    server.readLine(); // It listens by then.
-    server.kill(SIGSTOP);
-    for (int i = 0; i < 20; ++i) { // Until the backlog is full, and on.
-        const auto start = Uptime::now();
-        client.send(startOf("stopped"));
-        EXPECT_LT(Uptime::now() - start, inTime);
-    }
 }
 
 } // namespace
