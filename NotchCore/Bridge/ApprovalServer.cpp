@@ -24,7 +24,7 @@ constexpr Seconds replyTimeout{1};
 constexpr Seconds shortagePause{0.1}; // Memory that is short now may be there again soon.
 
 // A descriptor that becomes readable when the wall clock reaches the date, also when the clock is
-// set meanwhile (timerfd_create(2)). Invalid when there is none to be had.
+// set meanwhile (timerfd_create(2)). Invalid when the system has none left.
 UniqueFd alarmAt(Date date)
 {
     UniqueFd alarm(::timerfd_create(CLOCK_REALTIME, TFD_CLOEXEC | TFD_NONBLOCK));

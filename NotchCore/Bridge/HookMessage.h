@@ -19,7 +19,7 @@ inline constexpr std::size_t maximumHookInput = 1'048'576;
 inline constexpr Seconds requestLifetime{50};
 
 // What the host wrote to the hook's standard input, as a request with a fresh id that lapses
-// requestLifetime from now. Nothing when it is none that this system may answer.
+// requestLifetime from now. Nothing when this system may not answer it.
 std::optional<ApprovalRequest> parseHookInput(
     std::string_view input, std::string_view source, Date now);
 

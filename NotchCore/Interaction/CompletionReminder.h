@@ -13,7 +13,7 @@ namespace notch {
 
 // A turn that ended normally while the host was in the background.
 struct CompletionReminder {
-    UUID token; // Fresh for every reminder; stands for it in every later operation.
+    UUID token; // Fresh for every reminder; names it in every later operation.
     CompletionEvent event; // The end.
     std::int32_t pid = 0; // The host process at that time.
     Date receivedAt;

@@ -62,7 +62,7 @@ public:
     void select(const std::string& id, Date now);
     bool canDecide(const std::string& id, Date now) const;
     void finish(const std::string& id, Feedback::Kind kind, bool isDemo);
-    // The hook behind this request has gone away.
+    // The hook of this request has gone away.
     void disconnected(const std::string& id, Date now);
     void dismissFeedback(Date now);
 

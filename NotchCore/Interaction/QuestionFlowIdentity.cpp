@@ -53,6 +53,7 @@ std::optional<std::string> QuestionFlowIdentity::identify(std::string_view bindi
         if (seen == title)
             return epoch_->flowID;
     }
+    // Another card, or another title on a page that was seen: a new flow.
     epoch_ = Epoch{.flowID = UUID::random().text(),
         .binding = std::string(binding),
         .pid = pid,

@@ -24,7 +24,7 @@ namespace notch {
 //   any                new flow, two absences in a row  idle
 class QuestionReminderState {
 public:
-    // Stands for the present flow; fresh per flow.
+    // Names the present flow; fresh for each flow.
     struct PresentationToken {
         UUID value;
 

@@ -11,8 +11,8 @@
 
 namespace notch {
 
-// The private directory in which this user's sockets stand. It lies in /tmp, where anybody may have
-// made it first: nothing in it counts unless isSafe().
+// The private directory of this user's sockets. It lies in /tmp, where anybody may have made it
+// first: nothing in it counts unless isSafe().
 class BridgeDirectory {
 public:
     explicit BridgeDirectory(std::string path)

@@ -16,7 +16,7 @@
 
 namespace notch {
 
-// Which file stands under a path at one moment.
+// Which file a path names at one moment.
 struct FileIdentity {
     dev_t device = 0;
     ino_t inode = 0;
@@ -24,7 +24,7 @@ struct FileIdentity {
 };
 
 // The place of one socket in the bridge directory, and what a client or a server may believe of
-// what stands there. Only the path is held; each question is asked of the file system anew.
+// what is there. Only the path is held; each question is asked of the file system anew.
 class BridgeSocket {
 public:
     BridgeSocket(BridgeDirectory directory, std::string_view fileName);
@@ -32,23 +32,23 @@ public:
     const BridgeDirectory& directory() const { return directory_; }
     const std::string& path() const { return path_; }
 
-    // The directory is safe, and a socket stands here, no link to one, of the real user, with
+    // The directory is safe, and the path names a socket, no link to one, of the real user, with
     // permission bits exactly 0600.
     bool isSafe() const;
     // The file under the path, if there is one; links are not followed.
     std::optional<FileIdentity> identity() const;
 
-    // A non-blocking connection to a server of this same user behind a safe path. The connect(2) of
+    // A non-blocking connection to a server of this same user at a safe path. The connect(2) of
     // a Unix socket is never "in progress"; what it may have to wait for, as long as `patience`, is
     // room in the server's backlog.
     std::optional<UniqueFd> connect(Seconds patience = Seconds::zero()) const;
 
     // Makes room for a server: removes a socket that no process listens on any more. Nothing on
-    // success; the path is untouched when anything else stands there.
+    // success; the path is untouched when it names anything else.
     std::optional<TransportError> removeStale() const;
     // Binds a socket to the path. Nothing on success.
     std::optional<TransportError> bind(const UniqueFd& socket) const;
-    // Removes the path if `own` still stands there, a socket of this user in a safe directory.
+    // Removes the path if it still names `own`, a socket of this user in a safe directory.
     void remove(FileIdentity own) const;
 
 private:

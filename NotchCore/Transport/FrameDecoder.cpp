@@ -11,9 +11,9 @@ FrameDecoder::State FrameDecoder::append(std::string_view piece)
         return state_;
     const auto line = piece.substr(0, piece.find('\n'));
     const bool ends = line.size() < piece.size();
-    const bool somethingBehind =
+    const bool somethingAfter =
         state_ == State::complete || (ends && line.size() + 1 < piece.size());
-    if (somethingBehind || line.size() > maximumPayload_ - payload_.size())
+    if (somethingAfter || line.size() > maximumPayload_ - payload_.size())
         return state_ = State::failed;
     payload_ += line;
     return state_ = ends ? State::complete : State::incomplete;

@@ -12,12 +12,12 @@
 namespace notch {
 
 // Puts one message together from the pieces in which it arrives. A message is one line: the payload
-// and a line feed, with nothing behind it.
+// and a line feed, with nothing after it.
 //
 //   state       after
 //   incomplete  pieces without a line feed, within the limit
 //   complete    a piece that ends with the first line feed; payload() is the message
-//   failed      too many bytes, or bytes behind the line feed; it stays failed
+//   failed      too many bytes, or bytes after the line feed; it stays failed
 class FrameDecoder {
 public:
     enum class State : std::uint8_t { failed, incomplete, complete };

@@ -13,8 +13,8 @@
 
 namespace notch {
 
-// A server's socket, which owns the path that it made: the destructor removes it, unless another
-// file stands there by then.
+// A server's socket, which owns the path that it made: the destructor removes it, unless it names
+// another file by then.
 class ListeningSocket {
 public:
     // Prepares the directory, removes a stale socket and listens.
@@ -25,7 +25,7 @@ public:
     ~ListeningSocket();
 
     // A non-blocking connection of this same user. Nothing when the time is over, the flag is
-    // raised, the connection is none to take, or isReachable() may have changed.
+    // raised, the connection is not one to take, or isReachable() may have changed.
     std::optional<UniqueFd> accept(const PollableFlag& stop, Seconds atMost = forever) const;
 
     // False when the path was removed, replaced or has other permissions: no client that checks

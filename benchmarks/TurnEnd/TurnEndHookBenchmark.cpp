@@ -42,7 +42,7 @@ public:
 
     bool failed() const { return failed_; }
     long arrived() const { return arrived_; }
-    // When the next event behind the first `count` came.
+    // When the next event after the first `count` came.
     Uptime awaitMoreThan(long count) const
     {
         arrived_.wait(count);

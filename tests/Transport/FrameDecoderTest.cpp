@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t limit = 8;
 
-// What the decoder says after these pieces, which stand between bars.
+// What the decoder says after these pieces, which bars separate.
 std::string decoded(const std::string& pieces)
 {
     FrameDecoder decoder(limit);

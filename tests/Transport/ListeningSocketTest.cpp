@@ -151,7 +151,7 @@ TEST_F(ListeningSocketTest, takesNoConnectionOfAnotherUser)
     const auto listening = open();
     const auto stop = PollableFlag::make();
     ASSERT_TRUE(listening.ok() && stop);
-    // As if somebody had opened every path on the way.
+    // As if every path on the way had been opened.
     ::chmod(temporary.path().c_str(), 0711);
     ::chmod(directory, 0711);
     ::chmod(path, 0666);

@@ -21,7 +21,7 @@ struct Row {
     std::string event; // As printed() writes it; empty for no event.
 };
 
-// A hook's input with these members behind the required ones.
+// A hook's input with these members after the required ones.
 std::string start(const std::string& members = {})
 {
     return R"({"hook_event_name":"UserPromptSubmit","session_id":"s")" + members + "}";

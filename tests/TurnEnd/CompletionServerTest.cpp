@@ -68,7 +68,7 @@ protected:
         return std::move(*connection);
     }
 
-    // The line of the next event, which the server reads behind everything sent before it.
+    // The line of the next event, which the server reads after everything sent before it.
     std::string nextAfter(const std::string& session)
     {
         EXPECT_TRUE(client.send(startOf(session)));

@@ -12,7 +12,7 @@ public:
     enum class Bend {
         setBack, // Every look at the wall clock finds it an hour earlier than the last one.
         setForward,
-        stoppedUptime, // The monotonic clock stands: no deadline ever comes.
+        stoppedUptime, // The monotonic clock is stopped: no deadline ever comes.
     };
 
     explicit BentClock(Bend bend);
