@@ -1,12 +1,14 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// GuardMeasurement [TRIES]     (tools/private-desktop
-// build/release/benchmarks/NotchPanel/GuardMeasurement) Measures the decision guard of the built
-// program as a person meets it, from outside: how long after the first pixel of the allow button on
-// the X server the button turns to its armed look, and which of two clicks decides, one 0.45 s and
-// one 0.55 s after that pixel. With a small and a large request, with idle and with busy cores.
-// None of the first may decide, and all of the second must.
+// GuardMeasurement [TRIES]
+//   NOTCH_COMPOSITOR= tools/private-desktop build/release/benchmarks/NotchPanel/GuardMeasurement
+// Measures the decision guard of the built program as a person meets it, from outside: how long
+// after the first pixel of the allow button on the X server the button turns to its armed look, and
+// which of two clicks decides, one 0.45 s and one 0.55 s after that pixel. With a small and a large
+// request, with idle and with busy cores. None of the first may decide, and all of the second must.
+// Without a compositor, since what another client reads is what that has drawn, later than the
+// server has had it. A try in which this program itself was held up is made again.
 
 #include "support/ChildProcess.h"
 #include "support/WaitUntil.h"
