@@ -33,7 +33,7 @@ QLineEdit* pathLine()
     line->setObjectName(QStringLiteral("settings-path"));
     line->setReadOnly(true);
     line->setFrame(false);
-    line->setTextMargins(-2, 0, 0, 0); // To stand below the other lines' beginnings.
+    line->setTextMargins(-2, 0, 0, 0); // Its letters begin where those of the other lines do.
     line->setFont(settings::font(10));
     line->setAccessibleName(QStringLiteral("settings.json"));
     QPalette colours;

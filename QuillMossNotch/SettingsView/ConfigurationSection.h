@@ -13,7 +13,8 @@ namespace notch {
 
 class SymbolLabel;
 
-// The approval hook in the file of one edition: how it stands, and how it gets in and out.
+// The approval hook in the file of one edition: its state, and the buttons that install and remove
+// it.
 class ConfigurationSection final : public SettingsSection {
 public:
     // Both are borrowed.

@@ -77,7 +77,7 @@ public:
     void openHost();
 
 private:
-    // What a change is about, as it stood when the person was asked.
+    // What a change is about, as it was when the person was asked.
     struct Target {
         QuillMossProfile profile{};
         std::string settingsURL;

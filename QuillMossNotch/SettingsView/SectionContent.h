@@ -31,8 +31,8 @@ struct SectionRow {
     std::string_view text;
 };
 
-// What a section says at all times, in two parts: what it shows of the present state stands
-// between them.
+// What a section says at all times, in two parts: what it shows of the present state is between
+// them.
 struct SectionContent {
     Symbol symbol = Symbol::none;
     std::string_view title;

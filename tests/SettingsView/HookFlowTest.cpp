@@ -135,15 +135,6 @@ install | 本应用 Hook：未安装; asks 安装 / 更新 QuillMoss AI 接入�
 )");
 }
 
-TEST_F(HookFlowTest, showsWhatAnInstallationWouldAddBeforeItIsAsked)
-{
-    write("{}");
-    flow.install();
-    EXPECT_EQ(dialog.question->preview,
-        HookInstaller(files).preview(url(QuillMossProfile::quillmoss), ownExecutable, "quillmoss",
-            HookInstaller::InterceptBash::no));
-}
-
 TEST_F(HookFlowTest, saysWhyItChangedNothing)
 {
     expectTrace(
@@ -155,16 +146,6 @@ file connected, moved, appear | 本应用 Hook：路径需重连; failed: 结束
 deleted, appear, install | 配置错误 / 无法读取, no install; failed: 结束提醒配置未更改：配置必须是合法 JSON 对象；未修改文件。; file connected
 )");
     EXPECT_FALSE(model.state().switches.isOn(Preference::completionRemindersEnabled));
-}
-
-TEST_F(HookFlowTest, tellsTheModelWhichEditionsAreConnectedNow)
-{
-    outside.profiles = {"QuillMoss", "QuillMoss AI"};
-    play("file foreign, install, confirm");
-    EXPECT_EQ(model.state().configuredProfiles.size(), 2U);
-    outside.profiles->clear();
-    play("remove, confirm");
-    EXPECT_TRUE(model.state().configuredProfiles.empty());
 }
 
 TEST_F(HookFlowTest, turnEndsAreOfTheFirstEditionAndFlipTheSwitch)
@@ -203,13 +184,21 @@ TEST_F(HookFlowTest, aSlowChangeKeepsTheWindowAliveAndIsMadeOnce)
     EXPECT_FALSE(dialog.question);
 }
 
-TEST_F(HookFlowTest, showsTheBackupAndOpensTheEditionOnShow)
+TEST_F(HookFlowTest, tellsTheModelAndShowsTheBackup)
 {
     flow.showBackup();
-    play("file foreign, install, confirm");
+    outside.profiles = {"QuillMoss", "QuillMoss AI"};
+    play("file foreign, install");
+    EXPECT_EQ(dialog.question->preview,
+        HookInstaller(files).preview(url(QuillMossProfile::quillmoss), ownExecutable, "quillmoss",
+            HookInstaller::InterceptBash::no));
+    play("confirm");
+    EXPECT_EQ(model.state().configuredProfiles.size(), 2U);
     flow.showBackup();
     EXPECT_EQ(fileManager.shown, std::vector{*flow.state().backupURL});
-    play("choose quillmossAI");
+    outside.profiles->clear();
+    play("remove, confirm, choose quillmossAI");
+    EXPECT_TRUE(model.state().configuredProfiles.empty());
     flow.openHost();
     EXPECT_EQ(outside.takeCalls("open"), Calls{"open quillmossAI"});
 }
