@@ -61,21 +61,23 @@ std::string codeOf(char32_t scalar)
 std::string visibleText(std::string_view text, Lines lines)
 {
     const bool many = lines == Lines::many;
+    const auto staysAsItIs = [many](char byte) {
+        return isPlain(byte) || (many && (byte == '\n' || byte == '\t'));
+    };
     std::string shown;
     shown.reserve(text.size());
     bool rightToLeft = false;
     while (!text.empty()) {
         const auto plain =
-            static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+            static_cast<std::size_t>(std::ranges::find_if_not(text, staysAsItIs) - text.begin());
         shown += text.substr(0, plain);
         text.remove_prefix(plain);
         if (text.empty())
             break;
         ScalarReader reader(text);
         const auto scalar = reader.next();
-        const bool kept = many && (scalar == U'\n' || scalar == U'\t');
         rightToLeft = rightToLeft || contains(rightToLeftRanges, scalar);
-        if (!kept && contains(hiddenRanges, scalar))
+        if (contains(hiddenRanges, scalar))
             shown += codeOf(scalar);
         else
             shown += reader.bytes();
