@@ -23,6 +23,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace notch {
 namespace {
@@ -46,10 +47,20 @@ void invalidateLayouts(QWidget& root)
 }
 
 // What cannot be seen cannot be pressed either, by a screen reader's action for one.
-void setOnShow(QWidget& part, bool shows)
+void setOnShow(QWidget* part, bool shows)
 {
-    part.setVisible(shows);
-    part.setEnabled(shows);
+    if (!part)
+        return;
+    part->setVisible(shows);
+    part->setEnabled(shows);
+}
+
+void setReducesMotionOf(const QWidget& root, bool reduces)
+{
+    for (auto* const button : root.findChildren<QAbstractButton*>()) {
+        if (auto* const action = dynamic_cast<ActionButton*>(button))
+            action->setReducesMotion(reduces);
+    }
 }
 
 } // namespace
@@ -61,11 +72,6 @@ NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     , compact_(new CompactButton(this))
     , content_(new QWidget(this))
     , header_(new HeaderSection(model, content_))
-    , approval_(new ApprovalSection(model, clock, content_))
-    , receipt_(new ReceiptSection(model, content_))
-    , question_(new QuestionSection(model, content_))
-    , completion_(new CompletionSection(model, content_))
-    , idle_(new IdleSection(model, content_))
     , failure_(new TextLine(style::font(10), style::warning, content_))
     , announcer_(new Announcer(this))
 {
@@ -82,7 +88,10 @@ NotchView::NotchView(AppModel& model, const Clock& clock, QWidget* parent)
     refresh();
 }
 
-NotchView::~NotchView() = default;
+NotchView::~NotchView()
+{
+    delete dropped_;
+}
 
 void NotchView::build()
 {
@@ -104,12 +113,7 @@ void NotchView::build()
     auto* const open = new QVBoxLayout(content_);
     open->setContentsMargins(sideMargin, 4, sideMargin, lowerMargin);
     open->setSpacing(12);
-    open->addWidget(header_);
-    open->addWidget(approval_);
-    open->addWidget(receipt_);
-    open->addWidget(question_);
-    open->addWidget(completion_);
-    open->addWidget(idle_);
+    open->addWidget(header_); // The section on show comes after it.
     open->addWidget(failure_);
     failure_->setObjectName(QStringLiteral("failure"));
 }
@@ -123,9 +127,11 @@ void NotchView::refresh()
     state_ = model_.state();
     compact_->setMetrics(state_->compactWidth, state_->notchHeight);
     compact_->present(CompactContent(*state_));
-    setOnShow(*content_, state_->isExpanded());
+    setOnShow(content_, state_->isExpanded());
     if (state_->isExpanded())
         showOpenContent();
+    if (state_->interaction.requests().empty())
+        dropApproval();
     invalidateLayouts(*this);
     tick();
     announce();
@@ -135,11 +141,11 @@ void NotchView::showOpenContent()
 {
     const auto shown = displayState(*state_);
     header_->present(HeaderContent(*state_));
-    setOnShow(*receipt_, shown == DisplayState::receipt);
-    setOnShow(*approval_, shown == DisplayState::approval);
-    setOnShow(*question_, shown == DisplayState::question);
-    setOnShow(*completion_, shown == DisplayState::completion);
-    setOnShow(*idle_, shown == DisplayState::idle);
+    setOnShow(receipt_, shown == DisplayState::receipt);
+    setOnShow(approval_, shown == DisplayState::approval);
+    setOnShow(question_, shown == DisplayState::question);
+    setOnShow(completion_, shown == DisplayState::completion);
+    setOnShow(idle_, shown == DisplayState::idle);
     present(shown);
     showFailure();
 }
@@ -148,16 +154,40 @@ void NotchView::present(DisplayState shown)
 {
     switch (shown) {
     case DisplayState::receipt:
-        return receipt_->present(state_->interaction);
+        return built(receipt_).present(state_->interaction);
     case DisplayState::approval:
-        return approval_->present(*state_);
+        return built(approval_, clock_).present(*state_);
     case DisplayState::question:
-        return question_->present(*state_);
+        return built(question_).present(*state_);
     case DisplayState::completion:
-        return completion_->present(*state_);
+        return built(completion_).present(*state_);
     case DisplayState::idle:
-        return idle_->present(IdleContent(*state_));
+        return built(idle_).present(IdleContent(*state_));
     }
+}
+
+template <class Section, class... Outside>
+Section& NotchView::built(Section*& section, Outside&... outside)
+{
+    if (section)
+        return *section;
+    section = new Section(model_, outside..., content_);
+    setReducesMotionOf(*section, reducesMotion_);
+    static_cast<QVBoxLayout*>(content_->layout())->insertWidget(1, section);
+    section->show();
+    return *section;
+}
+
+// Out of sight at once, but deleted later: this may run in an event of one of its buttons.
+void NotchView::dropApproval()
+{
+    if (!approval_)
+        return;
+    setOnShow(approval_, false);
+    delete dropped_;
+    dropped_ = std::exchange(approval_, nullptr);
+    dropped_->setParent(nullptr);
+    dropped_->deleteLater();
 }
 
 void NotchView::showFailure()
@@ -177,7 +207,7 @@ void NotchView::tick()
         isVisible() && state_->isExpanded() && displayState(*state_) == DisplayState::approval;
     if (!counting)
         return;
-    if (const auto next = approval_->showTime())
+    if (const auto next = approval_ ? approval_->showTime() : std::nullopt)
         tick_.start(std::chrono::ceil<std::chrono::milliseconds>(*next + tickSlack));
 }
 
@@ -203,7 +233,7 @@ void NotchView::shrink(int width, int points)
 
 int NotchView::fit(int width, int maxHeight)
 {
-    if (approval_->isHidden())
+    if (!approval_ || approval_->isHidden())
         return neededHeight(width);
     shrink(width, 0);
     const int needed = neededHeight(width);
@@ -215,15 +245,14 @@ int NotchView::fit(int width, int maxHeight)
 
 void NotchView::setReducesMotion(bool reduces)
 {
-    for (auto* const button : findChildren<QAbstractButton*>()) {
-        if (auto* const action = dynamic_cast<ActionButton*>(button))
-            action->setReducesMotion(reduces);
-    }
+    reducesMotion_ = reduces;
+    setReducesMotionOf(*this, reduces);
 }
 
 std::optional<ShownDecision> NotchView::decision() const
 {
-    return approval_->isVisible() ? std::optional(approval_->decision()) : std::nullopt;
+    return approval_ && approval_->isVisible() ? std::optional(approval_->decision())
+                                               : std::nullopt;
 }
 
 void NotchView::showEvent(QShowEvent* event)

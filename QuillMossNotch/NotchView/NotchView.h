@@ -8,6 +8,7 @@
 #include "NotchView/Announcements.h"
 #include "NotchView/DisplayState.h"
 
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -28,8 +29,10 @@ class TextLine;
 // Everything that the notch shows, closed and open, on a black ground that its host draws. Reads
 // the model's state, calls its operations and decides nothing.
 //
-// Its widgets are built once; refresh() only changes their texts and which of them are visible, so
-// that no redraw moves the focus, loses a scroll position or swallows a press.
+// A section is built when it is first needed, so that a resident that nobody needs holds none. From
+// then on refresh() only changes its texts and whether it is visible, so that no redraw moves the
+// focus, loses a scroll position or swallows a press. The approval's section goes with the last
+// request, and with it what a large one takes.
 //
 //     NotchView view(model, clock);
 //     model.subscribe(…);                       // schedules a layout pass, which does:
@@ -60,6 +63,9 @@ private:
     void build();
     void showOpenContent();
     void present(DisplayState shown);
+    template <class Section, class... Outside>
+    Section& built(Section*& section, Outside&... outside);
+    void dropApproval();
     void showFailure();
     int neededHeight(int width) const;
     void shrink(int width, int points);
@@ -74,13 +80,16 @@ private:
     CompactButton* compact_;
     QWidget* content_;
     HeaderSection* header_;
-    ApprovalSection* approval_;
-    ReceiptSection* receipt_;
-    QuestionSection* question_;
-    CompletionSection* completion_;
-    IdleSection* idle_;
+    // One of these is on show at most; null until it is needed.
+    ApprovalSection* approval_ = nullptr;
+    ReceiptSection* receipt_ = nullptr;
+    QuestionSection* question_ = nullptr;
+    CompletionSection* completion_ = nullptr;
+    IdleSection* idle_ = nullptr;
     TextLine* failure_; // Below whatever the notch shows.
     Announcer* announcer_;
+    QPointer<QWidget> dropped_; // To be deleted.
+    bool reducesMotion_ = false;
 };
 
 } // namespace notch

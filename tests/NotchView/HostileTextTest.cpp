@@ -93,7 +93,7 @@ protected:
         }
     }
 
-    TextBlock& parameters = find<TextBlock>("approval-parameters");
+    TextBlock& parameters() const { return find<TextBlock>("approval-parameters"); }
 };
 
 TEST_F(HostileTextTest, staysTextInItsPlace)
@@ -139,16 +139,16 @@ TEST_F(HostileTextTest, isShownAndCopiedInTheOrderInWhichItIsStored)
 {
     arriveWith("rm א/ב ג \u202E \n" + std::string(100'000, 'x') + " end");
     play("details");
-    const auto start = static_cast<int>(parameters.text().indexOf(QStringLiteral("א/ב ג")));
+    const auto start = static_cast<int>(parameters().text().indexOf(QStringLiteral("א/ב ג")));
     for (int at = start, left = -1; at < start + 5; ++at) {
-        EXPECT_GT(parameters.characterRect(at).left(), left) << at;
-        left = parameters.characterRect(at).left();
+        EXPECT_GT(parameters().characterRect(at).left(), left) << at;
+        left = parameters().characterRect(at).left();
     }
-    QTest::keySequence(&parameters, QKeySequence::SelectAll);
-    QTest::keySequence(&parameters, QKeySequence::Copy);
+    QTest::keySequence(&parameters(), QKeySequence::SelectAll);
+    QTest::keySequence(&parameters(), QKeySequence::Copy);
     const auto copied = QApplication::clipboard()->text().toStdString();
     EXPECT_THAT(copied, testing::AllOf(HasSubstr("rm א/ב ג ‹U+202E›"), HasSubstr("x end")));
-    EXPECT_EQ(copied.size(), parameters.text().toUtf8().size());
+    EXPECT_EQ(copied.size(), parameters().text().toUtf8().size());
 }
 
 } // namespace
