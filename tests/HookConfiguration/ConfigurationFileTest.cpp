@@ -76,22 +76,16 @@ const std::vector<Obstacle> obstacles{
 
 TEST(ConfigurationFile, isRefusedWhereItIsNotPlain)
 {
-    for (const auto& row : obstacles) {
+    auto rows = obstacles;
+    if (::geteuid() == 0) // Nobody else can give a file away.
+        rows.push_back({"chown 65534 settings.json", notPlain, notPlainEither});
+    for (const auto& row : rows) {
         const SettingsFile settings("{}");
         run(settings.directory(), row.command);
         EXPECT_EQ(inspection(settings.url()), row.inspector) << row.command;
         EXPECT_EQ(installation(settings.url()), row.installer) << row.command;
         EXPECT_EQ(settings.backups().empty(), *row.installer != '\0') << row.command;
     }
-}
-
-TEST(ConfigurationFile, ofSomebodyElseIsRefused)
-{
-    const SettingsFile settings("{}");
-    if (::chown(settings.url().c_str(), 65534, static_cast<gid_t>(-1)) != 0)
-        GTEST_SKIP() << "only root can give a file away";
-    EXPECT_EQ(installation(settings.url()), notPlain);
-    EXPECT_EQ(inspection(settings.url()), notPlainEither);
 }
 
 TEST(ConfigurationFile, needsAnAbsolutePathWithoutDetours)
@@ -157,10 +151,6 @@ TEST(ConfigurationFile, mayLieBelowADirectoryThatCannotBeListed)
     EXPECT_EQ(inspection(url), "");
     above(0600);
     EXPECT_EQ(installation(url), "无法安全打开目录 home：Permission denied；符号链接不受支持。");
-    above(0);
-    const auto name = fs::path(top.path()).filename().string();
-    EXPECT_EQ(
-        installation(url), "无法安全打开目录 " + name + "：Permission denied；符号链接不受支持。");
     above(0700);
 }
 

@@ -47,58 +47,54 @@ Result inspect(const std::string& url)
 TEST(SettingsHookConfiguration, judgesByTheFirstRuleThatHolds)
 {
     struct Row {
-        std::string hooks; // What the file's "hooks" holds.
+        std::string file;
         Result result;
         bool configured = false; // The model counts the edition as configured.
     };
-    const auto ask = [](const std::string& groups) {
-        return R"({"PermissionRequest":[)" + groups + "]}";
+    const auto holding = [](const std::string& hooks) { return R"({"hooks":)" + hooks + "}"; };
+    const auto ask = [&](const std::string& groups) {
+        return holding(R"({"PermissionRequest":[)" + groups + "]}");
     };
-    for (const auto& row :
-        {
-            Row{ask(R"({"hooks":[{"type":"x"},{OWN}]})"), exact, true},
-            Row{ask(R"({"hooks":[]},{"hooks":[{OWN,"timeout":60.0}]})"), exact, true},
-            Row{R"({"PermissionRequest":[{"hooks":[{OWN}]}],)"
-                R"("PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})",
-                intercepting(exact), true},
-            Row{R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})", intercepting(incomplete)},
-            Row{R"({"PreToolUse":[{"hooks":[{OWN}]}]})", intercepting(changed)},
-            Row{ask(R"({"hooks":[{OWN},{OWN_MOVED}]})"), moved, true},
-            Row{ask(R"({"hooks":[{OWN_MOVED}]},{"hooks":[{OWN}],"matcher":""})"), changed},
-            Row{ask(R"({"hooks":[{OWN_AI}]})"), changed},
-            Row{ask(R"({"hooks":[{OWN,"timeout":30}]})"), changed},
-            Row{ask(R"({"hooks":[{OWN,"note":1}]})"), changed, true},
-            Row{ask(R"({"hooks":[{OWN}],"note":1})"), changed, true},
-            Row{R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}],)"
-                R"("UserPromptSubmit":[{"hooks":[{OWN}]}]})",
-                intercepting(changed)},
-            Row{ask(R"({"hooks":[{OWN,"type":"prompt"}]})"), none},
-            Row{R"({"Stop":1})", invalid("Hook 事件必须包含分组数组。")},
-            Row{"[]", invalid("hooks 必须是 JSON 对象。")},
-        }) {
-        const SettingsFile settings(withOwnEntries(R"({"hooks":)" + row.hooks + "}"));
-        EXPECT_EQ(inspect(settings.url()), row.result) << row.hooks;
+    for (const auto& row : {
+             Row{ask(R"({"hooks":[{"type":"x"},{OWN}]})"), exact, true},
+             Row{ask(R"({"hooks":[]},{"hooks":[{OWN,"timeout":60.0}]})"), exact, true},
+             Row{holding(R"({"PermissionRequest":[{"hooks":[{OWN}]}],)"
+                         R"("PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})"),
+                 intercepting(exact), true},
+             Row{holding(R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}]})"),
+                 intercepting(incomplete)},
+             Row{holding(R"({"PreToolUse":[{"hooks":[{OWN}]}]})"), intercepting(changed)},
+             Row{ask(R"({"hooks":[{OWN},{OWN_MOVED}]})"), moved, true},
+             Row{ask(R"({"hooks":[{OWN_MOVED}]},{"hooks":[{OWN}],"matcher":""})"), changed},
+             Row{ask(R"({"hooks":[{OWN_AI}]})"), changed},
+             Row{ask(R"({"hooks":[{OWN,"timeout":30}]})"), changed},
+             Row{ask(R"({"hooks":[{OWN,"note":1}]})"), changed, true},
+             Row{ask(R"({"hooks":[{OWN}],"note":1})"), changed, true},
+             Row{holding(R"({"PreToolUse":[{"hooks":[{OWN}],"matcher":"Bash"}],)"
+                         R"("UserPromptSubmit":[{"hooks":[{OWN}]}]})"),
+                 intercepting(changed)},
+             Row{ask(R"({"hooks":[{OWN,"type":"prompt"}]})"), none},
+             Row{holding(R"({"Stop":1})"), invalid("Hook 事件必须包含分组数组。")},
+             Row{holding("[]"), invalid("hooks 必须是 JSON 对象。")},
+             Row{"{}", noHooks},
+             Row{"[]", invalid("settings.json 必须是 JSON 对象。")},
+             Row{"{", invalid("settings.json 不是合法 JSON。")},
+         }) {
+        const SettingsFile settings(withOwnEntries(row.file));
+        EXPECT_EQ(inspect(settings.url()), row.result) << row.file;
         EXPECT_EQ(holdsApprovalHook(FileSystem::real(), settings.url(), ownExecutable,
                       QuillMossProfile::quillmoss),
             row.configured)
-            << row.hooks;
+            << row.file;
     }
 }
 
-TEST(SettingsHookConfiguration, judgesFilesWithoutHooks)
+TEST(SettingsHookConfiguration, judgesAMissingFileAndMakesNone)
 {
     const SettingsFile settings;
     EXPECT_EQ(inspect(settings.url()), noFile);
     EXPECT_EQ(inspect(settings.directory() + "/none/settings.json"), noFile);
     EXPECT_TRUE(std::filesystem::is_empty(settings.directory()));
-    for (const auto& [text, result] : {
-             std::pair{"{}", noHooks},
-             std::pair{"[]", invalid("settings.json 必须是 JSON 对象。")},
-             std::pair{"{", invalid("settings.json 不是合法 JSON。")},
-         }) {
-        settings.write(text);
-        EXPECT_EQ(inspect(settings.url()), result) << text;
-    }
 }
 
 } // namespace
