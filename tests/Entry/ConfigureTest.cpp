@@ -10,6 +10,7 @@
 namespace notch {
 namespace {
 
+using Arguments = std::vector<std::string>;
 using Ending = ChildProcess::Ending;
 
 class Configure : public testing::Test {
@@ -21,7 +22,7 @@ protected:
         ASSERT_TRUE(shown().output.starts_with("目标配置：" + settings.url() + "\n"));
     }
 
-    Ending run(const std::vector<std::string>& arguments) const
+    Ending run(const Arguments& arguments) const
     {
         return runProgramAtHome(settings.home(), PROGRAM_PATH, arguments);
     }
@@ -40,29 +41,29 @@ protected:
 
 TEST_F(Configure, touchesNothingUnlessToldTo)
 {
-    const auto text = installer.preview(
+    const auto preview = installer.preview(
         settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
-    EXPECT_EQ(shown(), (Ending{0, text + "\n", ""}));
-    EXPECT_EQ(run({"--configure", "quillmoss", "--remove", "--apply"}), (Ending{1, "", ""}));
-    EXPECT_EQ(run({"--configure", "quillmoss", "--apply", "--compat-bash"}),
-        (Ending{
-            1, "", "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"}));
+    for (const auto& [arguments, ending] : std::vector<std::pair<Arguments, Ending>>{
+             {{"--configure", "quillmoss"}, {0, preview + "\n", ""}},
+             {{"--configure", "quillmoss", "--aply", "--hook"},
+                 {0, preview + "\n", "Unknown option --aply: nothing was written.\n"}},
+             {{"--configure", "quillmoss", "--remove", "--apply"}, {1, "", ""}},
+             {{"--configure", "quillmoss", "--apply", "--compat-bash"},
+                 {1, "",
+                     "Configuration failed: 已停用逐命令拦截；仅支持 QuillMoss 真实权限请求。\n"}},
+             {{"--configure-completion", "--remove"},
+                 {1, "", "Completion configuration failed: 配置文件不存在。\n"}},
+         })
+        EXPECT_EQ(run(arguments), ending) << testing::PrintToString(arguments);
     EXPECT_TRUE(settings.leftovers().empty() && settings.backups().empty());
-    EXPECT_EQ(runCompletion("--remove"),
-        (Ending{1, "", "Completion configuration failed: 配置文件不存在。\n"}));
-    settings.write("[]");
-    EXPECT_EQ(runCompletion("--apply").status, 1);
-    EXPECT_EQ(settings.text(), "[]");
 }
 
 TEST_F(Configure, appliesAndRemoves)
 {
     const auto preview = shown().output;
     const auto applied = run({"--configure", "quillmoss", "--apply"});
-    EXPECT_EQ(applied,
-        (Ending{0,
-            preview + "Installed. Restart QuillMoss to load hooks. Backup: " + backup() + "\n",
-            ""}));
+    const auto told = "Installed. Restart QuillMoss to load hooks. Backup: " + backup() + "\n";
+    EXPECT_EQ(applied, (Ending{0, preview + told, ""}));
     EXPECT_NE(settings.text().find(
                   HookInstaller::shellQuote(PROGRAM_PATH) + " '--hook' '--source' 'quillmoss'"),
         std::string::npos);
@@ -72,12 +73,10 @@ TEST_F(Configure, appliesAndRemoves)
     EXPECT_EQ(
         removed, (Ending{0, "Removed this application's hooks. Backup: " + backup() + "\n", ""}));
     EXPECT_EQ(settings.text(), "{}\n");
-}
 
-TEST_F(Configure, saysThatNothingWasWrittenForAnOptionItDoesNotKnow)
-{
-    EXPECT_EQ(run({"--configure", "quillmoss", "--aply", "--hook"}),
-        (Ending{0, shown().output, "Unknown option --aply: nothing was written.\n"}));
+    EXPECT_EQ(run({"--configure", "quillmossAI", "--apply"}).status, 0);
+    EXPECT_EQ(settings.text(), "{}\n");
+    EXPECT_TRUE(std::filesystem::exists(settings.home() + "/.quillmoss-ai/settings.json"));
 }
 
 TEST_F(Configure, endsInOneLineWhenItsOutputIsLost)
@@ -100,13 +99,6 @@ TEST_F(Configure, endsInOneLineWhenItsOutputIsLost)
     const auto removal = lose(brokenPipe, "--remove");
     EXPECT_EQ(removal.status, 1);
     EXPECT_TRUE(removal.errors.starts_with("Standard output cannot be written. Removed "));
-}
-
-TEST_F(Configure, keepsTheEditionsApart)
-{
-    EXPECT_EQ(run({"--configure", "quillmossAI", "--apply"}).status, 0);
-    EXPECT_FALSE(settings.exists());
-    EXPECT_TRUE(std::filesystem::exists(settings.home() + "/.quillmoss-ai/settings.json"));
 }
 
 TEST_F(Configure, appliesAndRemovesTurnEndsBesideAnApprovalHook)

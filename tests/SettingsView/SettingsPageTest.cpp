@@ -22,10 +22,10 @@ namespace {
 
 class SettingsPageTest : public testing::Test, protected SettingsHome {
 protected:
-    explicit SettingsPageTest(int height = 680)
+    SettingsPageTest()
     {
         model.subscribe([this] { page.refresh(); });
-        page.resize(600, height);
+        page.resize(600, 680);
         page.show();
         QApplication::setActiveWindow(&page);
     }
@@ -111,16 +111,18 @@ TEST_F(SettingsPageTest, aSwitchIsTheModelsWhoeverFlipsIt)
 TEST_F(SettingsPageTest, aKeyMeantForTheWindowConfirmsNothing)
 {
     write("{}");
-    for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape}) {
-        answerWith(key);
+    for (const auto& [key, widget] : std::vector<std::pair<Qt::Key, const char*>>{
+             {Qt::Key_Return, nullptr},
+             {Qt::Key_Enter, nullptr},
+             {Qt::Key_Space, nullptr},
+             {Qt::Key_Escape, nullptr},
+             {Qt::Key_Return, "settings-preview"},
+             {Qt::Key_Escape, "settings-preview"},
+         }) {
+        answerWith(key, widget);
         EXPECT_EQ(text(), "{}");
         EXPECT_FALSE(dialog()) << key;
         EXPECT_TRUE(find<QLabel>("settings-result").text().isEmpty());
-    }
-    for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
-        answerWith(key, "settings-preview");
-        EXPECT_EQ(text(), "{}");
-        EXPECT_FALSE(dialog()) << key;
     }
     QTest::keyClick(&page, Qt::Key_Escape);
     EXPECT_FALSE(page.isVisible());
@@ -163,29 +165,28 @@ TEST_F(SettingsPageTest, theDesktopsThemeMayChangeMeanwhile)
 }
 
 // On a screen of 1024 by 600, with texts of the usual size and half as large again.
-class LowScreenTest : public testing::TestWithParam<int> { };
-
-TEST_P(LowScreenTest, nothingIsCutOffAndTheFooterStays)
+TEST(LowScreenTest, nothingIsCutOffAndTheFooterStays)
 {
     const auto usual = QApplication::font();
-    auto font = usual;
-    font.setPixelSize(GetParam());
-    QApplication::setFont(font);
-    SettingsHome home;
-    SettingsPage page(home.model, home.surroundings());
-    page.resize(600, 600 - 80);
-    page.show();
-    QApplication::processEvents();
-    EXPECT_EQ(page.findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
-    EXPECT_EQ(page.width(), 600);
-    for (auto* const button : page.findChildren<QAbstractButton*>())
-        EXPECT_GE(button->width(), button->sizeHint().width()) << heard(button);
-    auto& quit = *page.findChild<QAbstractButton*>(QStringLiteral("settings-quit"));
-    EXPECT_TRUE(page.rect().contains(QRect(quit.mapTo(&page, QPoint()), quit.size())));
+    for (const int textSize : {13, 20}) {
+        SCOPED_TRACE(textSize);
+        auto font = usual;
+        font.setPixelSize(textSize);
+        QApplication::setFont(font);
+        SettingsHome home;
+        SettingsPage page(home.model, home.surroundings());
+        page.resize(600, 600 - 80);
+        page.show();
+        QApplication::processEvents();
+        EXPECT_EQ(page.findChild<QScrollArea*>()->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(page.width(), 600);
+        for (auto* const button : page.findChildren<QAbstractButton*>())
+            EXPECT_GE(button->width(), button->sizeHint().width()) << heard(button);
+        auto& quit = *page.findChild<QAbstractButton*>(QStringLiteral("settings-quit"));
+        EXPECT_TRUE(page.rect().contains(QRect(quit.mapTo(&page, QPoint()), quit.size())));
+    }
     QApplication::setFont(usual);
 }
-
-INSTANTIATE_TEST_SUITE_P(TextSizes, LowScreenTest, testing::Values(13, 20));
 
 } // namespace
 } // namespace notch
