@@ -174,7 +174,7 @@ TEST_F(ListeningSocketTest, givesNothingToAServerOfAnotherUser)
     EXPECT_TRUE(holdsForStranger([&] { return ::listen(socket.get(), 4) == 0; }));
     EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
     EXPECT_FALSE(place.connect());
-    ::chown(path, nobody, nobody);
+    ASSERT_EQ(::chown(path, nobody, nobody), 0);
     EXPECT_EQ(errorOfOpen(), Code::unsafePath);
 }
 
