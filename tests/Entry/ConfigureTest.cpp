@@ -30,12 +30,10 @@ protected:
     Ending runCompletion(const char* word) const { return run({"--configure-completion", word}); }
 
     // The one backup of the file.
-    std::string backup() const
-    {
-        return settings.directory() + "/.quillmoss-notch-backups/" + settings.backups().at(0);
-    }
+    std::string backup() const { return backups + '/' + settings.backups().at(0); }
 
     const SettingsFile settings;
+    const std::string backups = settings.directory() + "/.quillmoss-notch-backups";
     const HookInstaller installer;
 };
 
@@ -58,7 +56,7 @@ TEST_F(Configure, touchesNothingUnlessToldTo)
     EXPECT_TRUE(settings.leftovers().empty() && settings.backups().empty());
 }
 
-TEST_F(Configure, appliesAndRemoves)
+TEST_F(Configure, appliesAndRemovesEachHookByItself)
 {
     const auto preview = shown().output;
     const auto applied = run({"--configure", "quillmoss", "--apply"});
@@ -68,12 +66,25 @@ TEST_F(Configure, appliesAndRemoves)
                   HookInstaller::shellQuote(PROGRAM_PATH) + " '--hook' '--source' 'quillmoss'"),
         std::string::npos);
 
-    std::filesystem::remove(backup());
+    const auto approvalAlone = settings.text();
+    EXPECT_EQ(runCompletion("--apply"),
+        (Ending{0,
+            "Installed independent turn-end notification hooks; existing approvals preserved.\n",
+            ""}));
+    EXPECT_TRUE(installer.completionInstalled(
+        settings.url(), PROGRAM_PATH, HookInstaller::CompletionVariant::normal));
+    EXPECT_EQ(runCompletion("--remove"),
+        (Ending{
+            0, "Removed turn-end notification hooks only; existing approvals preserved.\n", ""}));
+    EXPECT_EQ(settings.text(), approvalAlone);
+
+    std::filesystem::remove_all(backups);
     const auto removed = run({"--configure", "quillmoss", "--remove"});
     EXPECT_EQ(
         removed, (Ending{0, "Removed this application's hooks. Backup: " + backup() + "\n", ""}));
     EXPECT_EQ(settings.text(), "{}\n");
 
+    EXPECT_FALSE(std::filesystem::exists(settings.home() + "/.quillmoss-ai"));
     EXPECT_EQ(run({"--configure", "quillmossAI", "--apply"}).status, 0);
     EXPECT_EQ(settings.text(), "{}\n");
     EXPECT_TRUE(std::filesystem::exists(settings.home() + "/.quillmoss-ai/settings.json"));
@@ -99,23 +110,6 @@ TEST_F(Configure, endsInOneLineWhenItsOutputIsLost)
     const auto removal = lose(brokenPipe, "--remove");
     EXPECT_EQ(removal.status, 1);
     EXPECT_TRUE(removal.errors.starts_with("Standard output cannot be written. Removed "));
-}
-
-TEST_F(Configure, appliesAndRemovesTurnEndsBesideAnApprovalHook)
-{
-    installer.install(settings.url(), PROGRAM_PATH, "quillmoss", HookInstaller::InterceptBash::no);
-    const auto approvalAlone = settings.text();
-    EXPECT_EQ(runCompletion("--apply"),
-        (Ending{0,
-            "Installed independent turn-end notification hooks; existing approvals preserved.\n",
-            ""}));
-    EXPECT_TRUE(installer.completionInstalled(
-        settings.url(), PROGRAM_PATH, HookInstaller::CompletionVariant::normal));
-    EXPECT_EQ(runCompletion("--remove"),
-        (Ending{
-            0, "Removed turn-end notification hooks only; existing approvals preserved.\n", ""}));
-    EXPECT_EQ(settings.text(), approvalAlone);
-    EXPECT_FALSE(std::filesystem::exists(settings.home() + "/.quillmoss-ai"));
 }
 
 } // namespace

@@ -4,7 +4,6 @@
 #include "HookConfiguration/HookInstaller.h"
 #include "support/OrdinaryUser.h"
 #include "support/SettingsFile.h"
-#include "support/WatchedFileSystem.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -20,12 +19,11 @@ constexpr const char* notJson = "配置必须是合法 JSON 对象；未修改�
 constexpr auto edited = "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。";
 
 // Of the turn-end hooks: "yes", "no", or why it cannot be told.
-std::string isInstalled(const std::string& url, Variant variant = Variant::normal,
-    const FileSystem& files = FileSystem::real())
+std::string isInstalled(const std::string& url, Variant variant = Variant::normal)
 {
     bool present = false;
     const auto why = failureOf(
-        [&] { present = HookInstaller(files).completionInstalled(url, ownExecutable, variant); });
+        [&] { present = HookInstaller().completionInstalled(url, ownExecutable, variant); });
     return !why.empty() ? why : present ? "yes" : "no";
 }
 
@@ -117,19 +115,6 @@ TEST(HookInstaller, findsTurnEndHooksOnlyAsItWouldWriteThem)
         EXPECT_EQ(settings.text(), text) << row.name;
         EXPECT_TRUE(settings.backups().empty()) << row.name;
     }
-}
-
-TEST(HookInstaller, findsNoTurnEndHooksInAFileThatChangesMeanwhile)
-{
-    const SettingsFile settings("{}");
-    int looks = 0;
-    const WatchedFileSystem files([&](const WatchedFileSystem::Call& call) {
-        if (call.name == "open" && ++looks == 2)
-            settings.write("{ }");
-        return WatchedFileSystem::Fault{};
-    });
-    EXPECT_EQ(isInstalled(settings.url(), Variant::normal, files),
-        "配置已被其他程序修改；为防止覆盖，操作已取消。");
 }
 
 TEST(HookInstaller, findsAndRemovesNothingWhereThereIsNoFile)

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,11 +24,11 @@ namespace notch {
 //   EXPECT_EQ(settings.text(), …);
 class SettingsFile {
 public:
-    SettingsFile() { std::filesystem::create_directory(directory()); }
-    explicit SettingsFile(const std::string& text)
-        : SettingsFile()
+    explicit SettingsFile(const std::optional<std::string>& text = {})
     {
-        write(text);
+        std::filesystem::create_directory(directory());
+        if (text)
+            write(*text);
     }
 
     std::string home() const { return home_.path(); }
@@ -41,7 +42,7 @@ public:
     {
         return names(directory() + "/.quillmoss-notch-backups");
     }
-    // What stands in the directory, but for the lock and the backups.
+    // What is in the directory, but for the lock and the backups.
     std::vector<std::string> leftovers() const
     {
         auto all = names(directory());
