@@ -54,7 +54,6 @@ TEST(HookInstaller, refusesSettingsTheHostMightNotUnderstand)
         const char* text;
         const char* message;
     };
-    constexpr auto badMatcher = "Hook matcher 必须是字符串。";
     constexpr auto badEvent = "Hook 事件必须包含分组数组。";
     constexpr auto badGroup = "Hook 分组必须包含 hooks 数组。";
     constexpr auto badType = "Hook type 必须是字符串。";
@@ -66,7 +65,7 @@ TEST(HookInstaller, refusesSettingsTheHostMightNotUnderstand)
              Row{R"({"hooks":[]})", "hooks 必须是 JSON 对象。"},
              Row{R"({"hooks":{"Stop":{}}})", badEvent},
              Row{R"({"hooks":{"Stop":[{"matcher":1},1]}})", badEvent},
-             Row{R"({"hooks":{"Stop":[{"matcher":1}]}})", badMatcher},
+             Row{R"({"hooks":{"Stop":[{"matcher":1}]}})", "Hook matcher 必须是字符串。"},
              Row{R"({"hooks":{"Stop":[{}]}})", badGroup},
              Row{R"({"hooks":{"Stop":[{"hooks":[{},1]}]}})", badGroup},
              Row{R"({"hooks":{"Stop":[{"hooks":[{}]}]}})", badType},

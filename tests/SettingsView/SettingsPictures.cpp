@@ -28,8 +28,8 @@ QPalette darkPalette()
 struct Picture {
     const char* name;
     std::string file; // In the words of withOwnEntries().
-    enum class Part { top, bottom, dialog } part = Part::bottom;
-    const char* click = ""; // A button, and then the dialog's first one.
+    std::vector<const char*> clicks = {}; // A dialog that is then open is the picture.
+    bool scrolled = true; // To the end.
     bool dark = false;
 };
 
@@ -42,18 +42,19 @@ const std::string legacy = R"({"hooks":{"PreToolUse":[{"matcher":"Bash","hooks":
                            R"("PermissionRequest":[{"hooks":[{OWN}]}]}})";
 
 const std::vector<Picture> pictures{
-    {.name = "settings", .file = "{}", .part = Picture::Part::top},
+    {.name = "settings", .file = "{}", .scrolled = false},
     {.name = "settings-missing", .file = "{}"},
-    {.name = "settings-installed", .file = "{}", .click = "settings-install"},
+    {.name = "settings-installed",
+        .file = "{}",
+        .clicks = {"settings-install", "settings-confirm-yes"}},
     {.name = "settings-reconnect", .file = group("OWN_MOVED")},
     {.name = "settings-review", .file = group("OWN,\"note\":1")},
-    {.name = "settings-invalid", .file = "{", .click = "settings-remove"},
+    {.name = "settings-invalid",
+        .file = "{",
+        .clicks = {"settings-remove", "settings-confirm-yes"}},
     {.name = "settings-interception", .file = legacy, .dark = true},
-    {.name = "settings-confirm",
-        .file = "{}",
-        .part = Picture::Part::dialog,
-        .click = "settings-install"},
-    {.name = "settings-dark", .file = "{}", .part = Picture::Part::top, .dark = true},
+    {.name = "settings-confirm", .file = "{}", .clicks = {"settings-install"}},
+    {.name = "settings-dark", .file = "{}", .scrolled = false, .dark = true},
 };
 
 QImage taken(const Picture& picture)
@@ -63,17 +64,13 @@ QImage taken(const Picture& picture)
     SettingsPage page(home.model, home.surroundings());
     page.resize(600, 680);
     page.show();
-    const auto press = [&](const char* name) {
-        if (auto* const button = page.findChild<QPushButton*>(QLatin1String(name)))
-            button->click();
-        QApplication::processEvents();
-    };
-    press(picture.click);
-    if (picture.part == Picture::Part::dialog)
-        return pictureOf(*page.findChild<QDialog*>());
-    press("settings-confirm-yes");
+    for (const auto* const button : picture.clicks)
+        page.findChild<QPushButton*>(QLatin1String(button))->click();
+    QApplication::processEvents();
+    if (auto* const dialog = page.findChild<QDialog*>(); dialog && dialog->isVisible())
+        return pictureOf(*dialog);
     auto& bar = *page.findChild<QScrollArea*>()->verticalScrollBar();
-    bar.setValue(picture.part == Picture::Part::top ? 0 : bar.maximum());
+    bar.setValue(picture.scrolled ? bar.maximum() : 0);
     return pictureOf(page);
 }
 
