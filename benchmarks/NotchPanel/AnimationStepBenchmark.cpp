@@ -35,7 +35,7 @@ struct OpenNotch {
         model.start();
         outside.request("A");
         model.setExpansionPresentation(true);
-        auto owned = std::make_unique<NotchView>(model, outside.preferences, outside.time);
+        auto owned = std::make_unique<NotchView>(model, outside.time);
         owned->refresh();
         panel.setContentView(std::make_unique<NotchViewport>(
             std::move(owned), [](double, double) { return height; }));
