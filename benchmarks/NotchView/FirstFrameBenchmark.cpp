@@ -35,9 +35,7 @@ public:
         model_.start();
         stage_.layOut();
         stage_.orderFront();
-        stage_.panel()
-            .findChild<QWidget*>(QStringLiteral("approval-command"))
-            ->installEventFilter(this);
+        qApp->installEventFilter(this); // The text is made anew for each request.
         work(settling);
     }
 
@@ -69,9 +67,11 @@ public:
     double takeLongestWork() { return std::exchange(longestWork_, 0.0); }
 
 protected:
-    bool eventFilter(QObject*, QEvent* event) override
+    bool eventFilter(QObject* object, QEvent* event) override
     {
-        painted_ = painted_ || event->type() == QEvent::Paint;
+        painted_ = painted_
+                || (event->type() == QEvent::Paint
+                    && object->objectName() == QStringLiteral("approval-command"));
         return false;
     }
 
