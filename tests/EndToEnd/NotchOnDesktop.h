@@ -43,13 +43,14 @@ protected:
             waitUntil([&] { return notch_.showing(openNotch) || notch_.showing(closeNotch); }));
     }
 
-    // A hook of the host that waits for a decision.
-    static std::unique_ptr<ChildProcess> ask()
+    // A hook of the host that waits for a decision on this tool with this input.
+    static std::unique_ptr<ChildProcess> ask(
+        const std::string& tool = R"("tool_name":"Bash","tool_input":{"command":"rm -rf ./old"})")
     {
         auto hook = std::make_unique<ChildProcess>(
             PROGRAM_PATH, std::vector<std::string>{"--hook", "--source", "quillmoss"});
-        hook->write(R"({"hook_event_name":"PermissionRequest","tool_name":"Bash",)"
-                    R"("tool_input":{"command":"rm -rf ./old"},"session_id":"s","cwd":"/"})");
+        hook->write(R"({"hook_event_name":"PermissionRequest",)" + tool
+                    + R"(,"session_id":"s","cwd":"/"})");
         hook->closeInput();
         return hook;
     }
