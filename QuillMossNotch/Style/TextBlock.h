@@ -83,7 +83,7 @@ private:
     int padding_;
     mutable TextRows rows_; // Measuring lays out.
     QScrollBar* bar_;
-    QTextLayout::FormatRange leadIn_;
+    QTextLayout::FormatRange leadIn_{}; // The class leaves its numbers unset.
     int anchor_ = 0;
     int position_ = 0;
 };
