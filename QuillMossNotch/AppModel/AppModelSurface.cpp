@@ -144,7 +144,7 @@ void AppModel::handleOutsideInteraction()
 
 void AppModel::openHost(const std::optional<std::string>& source)
 {
-    using enum Workspace::HostApplication;
+    using enum QuillMossProfile; // clang 14 takes no alias here.
     const Change change(*this);
     const auto* current = state_.interaction.current();
     const auto edition = source ? *source : current ? current->source : std::string();
