@@ -40,8 +40,8 @@ public:
             "NSS_WRAPPER_PASSWD=" + (accounts_ / "passwd"),
             "NSS_WRAPPER_GROUP=" + (accounts_ / "group"),
             std::string("LD_PRELOAD=") + NSS_WRAPPER_PATH,
-            // With a sanitizer, the wrapper comes before its runtime and must not load the C library
-            // past it.
+            // With a sanitizer, the wrapper comes before its runtime and must not load the C
+            // library past it.
             "ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0",
             "NSS_WRAPPER_DISABLE_DEEPBIND=1",
             path,
