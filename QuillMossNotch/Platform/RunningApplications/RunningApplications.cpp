@@ -75,6 +75,7 @@ std::vector<RunningApplications::Managed> RunningApplications::managed() const
         return {};
     const auto listed = x_.numbers(x_.askProperty(x_.root(), x_.atoms().clientList));
     std::vector<Asked> asked;
+    asked.reserve(listed.size());
     for (const auto window : listed)
         asked.push_back({x_.askPid(window), x_.askProperty(window, x_.atoms().state),
             x_.askProperty(window, XCB_ATOM_WM_CLASS),
