@@ -220,7 +220,7 @@ void TextRows::paintRow(QPainter& painter, int row, const QList<QTextLayout::For
     const auto& [start, firstRow] = pieces_[static_cast<std::size_t>(piece)];
     const int length = lengthOf(piece);
     QList<QTextLayout::FormatRange> own;
-    for (auto range : formats) {
+    for (const auto& range : formats) {
         const int from = std::clamp(range.start - start, 0, length);
         const int to = std::clamp(range.start + range.length - start, 0, length);
         if (from < to)
