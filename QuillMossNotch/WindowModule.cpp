@@ -4,7 +4,7 @@
 #include "WindowModule.h"
 
 #include "AppDelegate/AppDelegate.h"
-#include "AppDelegate/DesktopOutside.h"
+#include "AppDelegate/DesktopDependencies.h"
 #include "AppDelegate/LaunchOptions.h"
 #include "Platform/Accessibility/NativeDiagnosis.h"
 #include "Platform/Display/X11.h"
@@ -33,9 +33,9 @@ int complain(std::string_view text)
 int renderPreview(const PreviewOptions& options)
 {
     const Toolkit toolkit(Toolkit::Platform::offscreen);
-    DesktopOutside outside;
-    AppModel model(outside.seams());
-    return PreviewRender(model, outside.clock, outside.hookFiles()).run(options);
+    DesktopDependencies dependencies;
+    AppModel model(dependencies.seams());
+    return PreviewRender(model, dependencies.clock, dependencies.hookFiles()).run(options);
 }
 
 // What large requests took goes back to the system when they have gone: they get pages of their
@@ -62,8 +62,8 @@ int runResident(LaunchOptions options)
     const Toolkit toolkit(Toolkit::Platform::x11);
     if (!SingleInstance::claimDisplay())
         return success;
-    DesktopOutside outside;
-    AppDelegate delegate(outside.seams(), outside.hookFiles(), options);
+    DesktopDependencies dependencies;
+    AppDelegate delegate(dependencies.seams(), dependencies.hookFiles(), options);
     delegate.launch();
     const int status = QApplication::exec();
     delegate.willTerminate();

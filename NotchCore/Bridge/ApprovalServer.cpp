@@ -48,7 +48,7 @@ bool peerWaits(const UniqueFd& socket)
 
 } // namespace
 
-ApprovalServer::ApprovalServer(BridgeDirectory directory)
+ApprovalServer::ApprovalServer(SocketDirectory directory)
     : place_(std::move(directory), approvalSocketName)
 {
 }

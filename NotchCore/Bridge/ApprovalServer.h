@@ -8,9 +8,9 @@
 #include "Foundation/SerialQueue.h"
 #include "Foundation/UUID.h"
 #include "Foundation/UniqueFd.h"
-#include "Transport/BridgeSocket.h"
 #include "Transport/ListeningSocket.h"
 #include "Transport/PollableFlag.h"
+#include "Transport/SocketPath.h"
 #include "Transport/WorkerGroup.h"
 
 #include <memory>
@@ -31,7 +31,7 @@ namespace notch {
 // callbacks'.
 class ApprovalServer final : public ApprovalBridge {
 public:
-    explicit ApprovalServer(BridgeDirectory directory = BridgeDirectory::ofUser());
+    explicit ApprovalServer(SocketDirectory directory = SocketDirectory::ofUser());
     ~ApprovalServer() override;
 
     [[nodiscard]] std::optional<TransportError> start(Callbacks callbacks) override;
@@ -66,7 +66,7 @@ private:
     void reply(const Connection& connection, Decision decision) const;
     void end(Connection& connection) noexcept;
 
-    const BridgeSocket place_;
+    const SocketPath place_;
     SerialQueue callbackQueue_{"quillmoss-notch.callbacks"};
 
     std::mutex lifecycle_; // Held by all of start() and stop(); taken before lock_.

@@ -24,7 +24,7 @@ std::optional<ApprovalRequest> readRequest(int input, std::string_view source)
 
 } // namespace
 
-HookClient::HookClient(BridgeDirectory directory)
+HookClient::HookClient(SocketDirectory directory)
     : socket_(std::move(directory), approvalSocketName)
 {
 }

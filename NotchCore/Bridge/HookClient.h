@@ -5,7 +5,7 @@
 
 #include "Bridge/ApprovalRequest.h"
 #include "Bridge/Decision.h"
-#include "Transport/BridgeSocket.h"
+#include "Transport/SocketPath.h"
 
 #include <optional>
 #include <string_view>
@@ -18,7 +18,7 @@ namespace notch {
 // nothing, and the host's own permission flow goes on.
 class HookClient {
 public:
-    explicit HookClient(BridgeDirectory directory = BridgeDirectory::ofUser());
+    explicit HookClient(SocketDirectory directory = SocketDirectory::ofUser());
 
     // Reads the host's JSON object to its end, exchanges it and prints at most one line. The
     // descriptors are borrowed. Ignores SIGPIPE and SIGXFSZ in the whole process.
@@ -28,7 +28,7 @@ public:
     std::optional<Decision> exchange(const ApprovalRequest& request) const;
 
 private:
-    BridgeSocket socket_;
+    SocketPath socket_;
 };
 
 } // namespace notch

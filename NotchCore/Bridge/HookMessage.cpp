@@ -44,7 +44,7 @@ std::optional<ApprovalRequest> parseHookInput(
     const auto* toolInput = document->member("tool_input");
     if (!toolInput || !toolInput->object())
         return std::nullopt;
-    auto toolInputJSON = toolInput->pretty(maximumBridgePayload);
+    auto toolInputJSON = toolInput->pretty(maximumFramePayload);
     if (!toolInputJSON)
         return std::nullopt;
     return ApprovalRequest{

@@ -7,9 +7,9 @@
 
 namespace notch {
 NativeApprovalMonitor::NativeApprovalMonitor(
-    AccessibilityTrust& trust, MonitorOutside outside, Seconds interval)
+    AccessibilityTrust& trust, MonitorDependencies dependencies, Seconds interval)
     : trust_(trust)
-    , monitor_(outside, [this](bool on) { queue_.setTicking(on); })
+    , monitor_(dependencies, [this](bool on) { queue_.setTicking(on); })
     , queue_("quillmoss-notch.native-approval",
           {.interval = interval,
               .tick =
@@ -17,8 +17,8 @@ NativeApprovalMonitor::NativeApprovalMonitor(
                       monitor_.tick();
                       return monitor_.mayRest();
                   },
-              .changes = {.descriptor = outside.applications.changesDescriptor(),
-                  .take = [&host = outside.applications] { return host.takeChanges(); }}})
+              .changes = {.descriptor = dependencies.applications.changesDescriptor(),
+                  .take = [&host = dependencies.applications] { return host.takeChanges(); }}})
 {
 }
 

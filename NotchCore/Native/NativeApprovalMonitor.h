@@ -21,9 +21,9 @@ class NativeApprovalMonitor final : public NativeApprovals {
 public:
     static constexpr Seconds usualInterval{0.8};
 
-    // Borrowed: `trust` by the caller's thread, everything in `outside` by the monitor's own.
-    NativeApprovalMonitor(
-        AccessibilityTrust& trust, MonitorOutside outside, Seconds interval = usualInterval);
+    // Borrowed: `trust` by the caller's thread, everything in `dependencies` by the monitor's own.
+    NativeApprovalMonitor(AccessibilityTrust& trust, MonitorDependencies dependencies,
+        Seconds interval = usualInterval);
     ~NativeApprovalMonitor() override;
 
     bool isTrusted() const override { return trust_.isProcessTrusted(); }

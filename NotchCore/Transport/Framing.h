@@ -15,13 +15,13 @@
 namespace notch {
 
 // What one message on the approval bridge may hold, without its line feed.
-inline constexpr std::size_t maximumBridgePayload = 1'048'576;
+inline constexpr std::size_t maximumFramePayload = 1'048'576;
 
 // What bounds the transfer of one message. The deadline is monotonic: a change of the wall clock
 // neither stretches nor cuts it.
 struct FrameLimits {
     Uptime deadline;
-    std::size_t maximumPayload = maximumBridgePayload;
+    std::size_t maximumPayload = maximumFramePayload;
     const PollableFlag* stop = nullptr; // Gives up when raised; null: nothing does.
 };
 

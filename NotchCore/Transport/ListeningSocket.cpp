@@ -34,7 +34,7 @@ bool isShortage(int error)
 
 } // namespace
 
-Result<ListeningSocket, TransportError> ListeningSocket::open(BridgeSocket place, int backlog)
+Result<ListeningSocket, TransportError> ListeningSocket::open(SocketPath place, int backlog)
 {
     if (const auto error = place.directory().prepare())
         return Failure{*error};
@@ -58,7 +58,7 @@ Result<ListeningSocket, TransportError> ListeningSocket::open(BridgeSocket place
     return listening;
 }
 
-ListeningSocket::ListeningSocket(BridgeSocket place, UniqueFd socket, FileIdentity identity)
+ListeningSocket::ListeningSocket(SocketPath place, UniqueFd socket, FileIdentity identity)
     : place_(std::move(place))
     , watch_(place_.directory().path())
     , socket_(std::move(socket))

@@ -6,9 +6,9 @@
 #include "Foundation/Result.h"
 #include "Foundation/Time.h"
 #include "Foundation/UniqueFd.h"
-#include "Transport/BridgeSocket.h"
 #include "Transport/DirectoryWatch.h"
 #include "Transport/PollableFlag.h"
+#include "Transport/SocketPath.h"
 #include "Transport/TransportError.h"
 
 namespace notch {
@@ -18,7 +18,7 @@ namespace notch {
 class ListeningSocket {
 public:
     // Prepares the directory, removes a stale socket and listens.
-    static Result<ListeningSocket, TransportError> open(BridgeSocket place, int backlog);
+    static Result<ListeningSocket, TransportError> open(SocketPath place, int backlog);
 
     ListeningSocket(ListeningSocket&&) = default;
     ListeningSocket& operator=(ListeningSocket&&) = delete;
@@ -35,10 +35,10 @@ public:
 private:
     static constexpr Seconds forever{3600}; // Waking up once an hour costs nothing.
 
-    ListeningSocket(BridgeSocket place, UniqueFd socket, FileIdentity identity);
+    ListeningSocket(SocketPath place, UniqueFd socket, FileIdentity identity);
     bool waitForConnection(const PollableFlag& stop, Seconds atMost) const;
 
-    BridgeSocket place_;
+    SocketPath place_;
     DirectoryWatch watch_; // Of the directory with the path.
     UniqueFd socket_;
     FileIdentity identity_; // Of the path, as this socket made it.

@@ -17,7 +17,7 @@ constexpr Seconds writeTimeout{0.12};
 
 } // namespace
 
-CompletionHookClient::CompletionHookClient(BridgeDirectory directory)
+CompletionHookClient::CompletionHookClient(SocketDirectory directory)
     : socket_(std::move(directory), turnEndSocketName)
 {
 }

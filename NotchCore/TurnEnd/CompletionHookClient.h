@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "Transport/BridgeSocket.h"
+#include "Transport/SocketPath.h"
 #include "TurnEnd/CompletionEvent.h"
 
 #include <unistd.h>
@@ -15,7 +15,7 @@ namespace notch {
 // over, which are half a second in all and monotonic.
 class CompletionHookClient {
 public:
-    explicit CompletionHookClient(BridgeDirectory directory = BridgeDirectory::ofUser());
+    explicit CompletionHookClient(SocketDirectory directory = SocketDirectory::ofUser());
 
     // Reads the host's JSON object to its end and sends the event that it tells of, if any. The
     // descriptor is borrowed.
@@ -25,7 +25,7 @@ public:
     bool send(const CompletionEvent& event) const;
 
 private:
-    BridgeSocket socket_;
+    SocketPath socket_;
 };
 
 } // namespace notch

@@ -18,7 +18,7 @@ constexpr Seconds readTimeout{0.15};
 
 } // namespace
 
-CompletionServer::CompletionServer(BridgeDirectory directory)
+CompletionServer::CompletionServer(SocketDirectory directory)
     : place_(std::move(directory), turnEndSocketName)
 {
 }

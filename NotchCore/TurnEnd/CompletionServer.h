@@ -5,9 +5,9 @@
 
 #include "Foundation/SerialQueue.h"
 #include "Foundation/UniqueFd.h"
-#include "Transport/BridgeSocket.h"
 #include "Transport/ListeningSocket.h"
 #include "Transport/PollableFlag.h"
+#include "Transport/SocketPath.h"
 #include "Transport/WorkerGroup.h"
 #include "TurnEnd/CompletionChannel.h"
 
@@ -23,7 +23,7 @@ namespace notch {
 // callback's.
 class CompletionServer final : public CompletionChannel {
 public:
-    explicit CompletionServer(BridgeDirectory directory = BridgeDirectory::ofUser());
+    explicit CompletionServer(SocketDirectory directory = SocketDirectory::ofUser());
     ~CompletionServer() override;
 
     [[nodiscard]] std::optional<TransportError> start(OnEvent onEvent) override;
@@ -33,7 +33,7 @@ private:
     void acceptEvents(const ListeningSocket& listening, const OnEvent& onEvent);
     std::optional<CompletionEvent> readEvent(const UniqueFd& connection) const;
 
-    const BridgeSocket place_;
+    const SocketPath place_;
     SerialQueue callbacks_{"quillmoss-notch.completion-callbacks"};
 
     std::mutex lifecycle_; // Held by all of start() and stop().

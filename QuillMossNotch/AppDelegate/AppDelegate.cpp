@@ -44,11 +44,11 @@ const AppDelegate::MenuEntry AppDelegate::menu[] = {
     {u"退出 QuillMoss Notch", &AppDelegate::quit},
 };
 
-AppDelegate::AppDelegate(const AppModel::Outside& outside, const HookFlow::Surroundings& hookFiles,
-    LaunchOptions options)
-    : outside_(outside)
+AppDelegate::AppDelegate(const AppModel::Dependencies& dependencies,
+    const HookFlow::Surroundings& hookFiles, LaunchOptions options)
+    : dependencies_(dependencies)
     , options_(options)
-    , model_(outside)
+    , model_(dependencies)
     , quitFlow_(model_, *this)
     , settingsWindow_(model_, hookFiles)
 {
@@ -66,7 +66,7 @@ void AppDelegate::launch()
     connectModel();
     startMonitors();
     watchForTermination();
-    options_.storeIn(outside_.preferences);
+    options_.storeIn(dependencies_.preferences);
     startModel();
     showNotch();
 }
@@ -99,7 +99,7 @@ void AppDelegate::buildStatusItem()
 void AppDelegate::buildNotch()
 {
     model_.setExpansionPresentation(model_.state().interaction.expanded());
-    notch_.emplace(model_, outside_,
+    notch_.emplace(model_, dependencies_,
         NotchStage::Requests{
             .scheduleLayout = [this] { scheduleLayout(); },
             .layOut = [this] { layOut(); },
@@ -129,7 +129,7 @@ void AppDelegate::watchForTermination()
     QGuiApplication::setQuitOnLastWindowClosed(false); // The settings are only a window.
     connect(qGuiApp, &QGuiApplication::commitDataRequest, this, &AppDelegate::commitSession,
         Qt::DirectConnection);
-    signals_.emplace([this] { quitFlow_.signalled(outside_.clock.uptime()); });
+    signals_.emplace([this] { quitFlow_.signalled(dependencies_.clock.uptime()); });
 }
 
 void AppDelegate::startModel()
@@ -196,7 +196,7 @@ void AppDelegate::scheduleLayout()
     if (layoutScheduled_)
         return;
     layoutScheduled_ = true;
-    outside_.mainQueue.post([this] {
+    dependencies_.mainQueue.post([this] {
         layoutScheduled_ = false;
         layOut();
     });

@@ -27,14 +27,14 @@ namespace notch {
 // order of the launch and, with QuitFlow, whether the program ends. Knows nothing of bridges and
 // reminders; it asks the model. Main thread.
 //
-//   AppDelegate delegate(outside, hookFiles, LaunchOptions::parse(arguments));
+//   AppDelegate delegate(dependencies, hookFiles, LaunchOptions::parse(arguments));
 //   delegate.launch();
 //   application.exec();
 //   delegate.willTerminate();
 class AppDelegate final : public QObject, private QuitEffects {
 public:
-    // `outside` and `hookFiles` hold borrowed things, which must outlive the delegate.
-    AppDelegate(const AppModel::Outside& outside, const HookFlow::Surroundings& hookFiles,
+    // `dependencies` and `hookFiles` hold borrowed things, which must outlive the delegate.
+    AppDelegate(const AppModel::Dependencies& dependencies, const HookFlow::Surroundings& hookFiles,
         LaunchOptions options);
     ~AppDelegate() override;
     Q_DISABLE_COPY_MOVE(AppDelegate)
@@ -77,7 +77,7 @@ private:
     void ask(const QuitQuestion& question, std::function<void(Answer)> answered) override;
     void terminate() override;
 
-    AppModel::Outside outside_;
+    AppModel::Dependencies dependencies_;
     LaunchOptions options_;
     AppModel model_;
     QuitFlow quitFlow_;

@@ -30,11 +30,12 @@ NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 
 } // namespace
 
-NotchStage::NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests)
+NotchStage::NotchStage(
+    AppModel& model, const AppModel::Dependencies& dependencies, Requests requests)
     : model_(model)
-    , view_(addView(panel_, model, outside.clock))
-    , animator_(panel_, outside.clock, outside.mainQueue)
-    , raising_(panel_, outside.clock, outside.mainQueue)
+    , view_(addView(panel_, model, dependencies.clock))
+    , animator_(panel_, dependencies.clock, dependencies.mainQueue)
+    , raising_(panel_, dependencies.clock, dependencies.mainQueue)
     , hitRefresh_(model, panel_, animator_)
     , screens_(std::move(requests.layOut))
     , layoutPass_({

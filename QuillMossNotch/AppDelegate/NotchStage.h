@@ -27,8 +27,8 @@ public:
         std::function<void()> layOut; // At once: the screens have changed.
     };
 
-    // `outside` holds borrowed things, which must outlive the stage, and so must the model.
-    NotchStage(AppModel& model, const AppModel::Outside& outside, Requests requests);
+    // `dependencies` holds borrowed things, which must outlive the stage, and so must the model.
+    NotchStage(AppModel& model, const AppModel::Dependencies& dependencies, Requests requests);
 
     NotchPanel& panel() { return panel_; }
     const NotchPanel& panel() const { return panel_; }

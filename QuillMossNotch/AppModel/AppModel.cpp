@@ -45,15 +45,15 @@ std::optional<UUID> receiptID(const NotchInteraction& interaction)
 
 } // namespace
 
-AppModel::AppModel(Outside outside)
-    : outside_(std::move(outside))
-    , questions_(*this, outside_.clock, outside_.reminders)
+AppModel::AppModel(Dependencies dependencies)
+    : dependencies_(std::move(dependencies))
+    , questions_(*this, dependencies_.clock, dependencies_.reminders)
     , completions_(*this, questions_,
           {
-              .clock = outside_.clock,
-              .host = outside_.reminders,
-              .channel = outside_.completionServer,
-              .hookInstalled = outside_.completionHookInstalled,
+              .clock = dependencies_.clock,
+              .host = dependencies_.reminders,
+              .channel = dependencies_.completionServer,
+              .hookInstalled = dependencies_.completionHookInstalled,
           })
 {
     publishReminders();
@@ -62,8 +62,8 @@ AppModel::AppModel(Outside outside)
 
 AppModel::~AppModel()
 {
-    outside_.completionServer.stop();
-    outside_.applicationEvents.observe({});
+    dependencies_.completionServer.stop();
+    dependencies_.applicationEvents.observe({});
 }
 
 void AppModel::subscribe(std::function<void()> changed)
@@ -93,8 +93,8 @@ void AppModel::say(std::string message, MessageKind kind)
 void AppModel::start()
 {
     const Change change(*this);
-    state_.switches = Switches::storedIn(outside_.preferences);
-    outside_.applicationEvents.observe([this] { applicationsChanged(); });
+    state_.switches = Switches::storedIn(dependencies_.preferences);
+    dependencies_.applicationEvents.observe([this] { applicationsChanged(); });
     refreshConfiguredProfiles();
     refreshNativeMonitoring();
     completions_.startMonitoring();
@@ -103,7 +103,7 @@ void AppModel::start()
 
 void AppModel::startServer()
 {
-    const auto error = outside_.server.start({
+    const auto error = dependencies_.server.start({
         .onRequest = onMain(&AppModel::handleRequest),
         .onRemoval = onMain(&AppModel::handleRemoval),
         .onUnreachable = onMain(&AppModel::handleUnreachable),
@@ -120,14 +120,14 @@ void AppModel::startServer()
 void AppModel::stop()
 {
     stopCompletionMonitoring();
-    outside_.server.stop();
-    outside_.nativeMonitor.stop();
+    dependencies_.server.stop();
+    dependencies_.nativeMonitor.stop();
 }
 
 void AppModel::refreshConfiguredProfiles()
 {
     const Change change(*this);
-    if (auto profiles = outside_.configuredProfiles())
+    if (auto profiles = dependencies_.configuredProfiles())
         state_.configuredProfiles = std::move(*profiles);
 }
 
@@ -135,7 +135,7 @@ void AppModel::refreshConfiguredProfiles()
 
 void AppModel::store(Preference preference, bool on)
 {
-    outside_.preferences.set(preference, on);
+    dependencies_.preferences.set(preference, on);
     state_.switches.set(preference, on);
 }
 
@@ -162,17 +162,17 @@ void AppModel::setPreference(Preference preference, bool on)
 void AppModel::refreshNativeMonitoring()
 {
     const Change change(*this);
-    state_.nativeAccessGranted = outside_.nativeMonitor.isTrusted();
+    state_.nativeAccessGranted = dependencies_.nativeMonitor.isTrusted();
     const NativeApprovals::Watched watched{
         .approvals = isOn(Preference::nativeApprovalsEnabled),
     };
     auto onQuestion = questions_.restart();
     if (!watched.approvals && !onQuestion) {
-        outside_.nativeMonitor.stop();
+        dependencies_.nativeMonitor.stop();
         state_.nativeStatus = nativeSwitchedOff;
         return;
     }
-    outside_.nativeMonitor.start(
+    dependencies_.nativeMonitor.start(
         {
             .onRequest = onMain(&AppModel::handleRequest),
             .onRemoval = onMain(&AppModel::handleRemoval),
@@ -187,8 +187,8 @@ void AppModel::requestNativeAccess(NativeAccess access)
     const Change change(*this);
     if (access == NativeAccess::enableAndAsk)
         store(Preference::nativeApprovalsEnabled, true);
-    outside_.nativeMonitor.requestAccess();
-    outside_.workspace.openAccessibilitySettings();
+    dependencies_.nativeMonitor.requestAccess();
+    dependencies_.workspace.openAccessibilitySettings();
     refreshNativeMonitoring();
 }
 
@@ -231,7 +231,7 @@ void AppModel::handleNativeStatus(const std::string& text)
 {
     const Change change(*this);
     state_.nativeStatus = text;
-    state_.nativeAccessGranted = outside_.nativeMonitor.isTrusted();
+    state_.nativeAccessGranted = dependencies_.nativeMonitor.isTrusted();
 }
 
 void AppModel::handleUnreachable()
@@ -259,7 +259,7 @@ void AppModel::setDisplay(const DecisionDisplay* display)
 void AppModel::displayChanged()
 {
     const Change change(*this);
-    if (guard_.look(outside_.clock.uptime()))
+    if (guard_.look(dependencies_.clock.uptime()))
         armReadiness();
 }
 
@@ -274,23 +274,25 @@ void AppModel::armReadiness()
 {
     disarm();
     const auto guard = std::max(state_.interaction.readyAt() - now(), Seconds{0});
-    const auto unseen = guard_.remaining(state_.interaction, outside_.clock.uptime());
+    const auto unseen = guard_.remaining(state_.interaction, dependencies_.clock.uptime());
     if (guard >= readinessCeiling || !unseen)
         return;
-    readinessWork_ = outside_.mainQueue.after(std::max(guard + readinessSlack, *unseen), [this] {
-        if (!guard_.isAttached()) {
-            arm();
-            return;
-        }
-        // After all that has waited if the main thread stood still: it must meet no armed button.
-        readinessWork_ = outside_.mainQueue.after(Seconds{0}, [this] { arm(); });
-    });
+    readinessWork_ =
+        dependencies_.mainQueue.after(std::max(guard + readinessSlack, *unseen), [this] {
+            if (!guard_.isAttached()) {
+                arm();
+                return;
+            }
+            // After all that has waited if the main thread stood still: it must meet no armed
+            // button.
+            readinessWork_ = dependencies_.mainQueue.after(Seconds{0}, [this] { arm(); });
+        });
 }
 
 void AppModel::arm()
 {
     const Change change(*this);
-    if (guard_.look(outside_.clock.uptime())) {
+    if (guard_.look(dependencies_.clock.uptime())) {
         armReadiness();
         return;
     }
@@ -334,8 +336,8 @@ void AppModel::decide(const ApprovalRequest& request, Decision decision)
 
 bool AppModel::deliver(const ApprovalRequest& request, Decision decision)
 {
-    return request.isNative() ? outside_.nativeMonitor.decide(request.id, decision)
-                              : outside_.server.decide(request.id, decision);
+    return request.isNative() ? dependencies_.nativeMonitor.decide(request.id, decision)
+                              : dependencies_.server.decide(request.id, decision);
 }
 
 void AppModel::finish(const std::string& id, Kind kind)
@@ -382,7 +384,7 @@ void AppModel::scheduleFeedbackDismissal()
     disarmReminders();
     disarm();
     const bool more = !state_.interaction.requests().empty();
-    feedbackWork_ = outside_.mainQueue.after(
+    feedbackWork_ = dependencies_.mainQueue.after(
         more ? receiptBeforeNextRequest : receiptOverEmptyQueue, [this, receipt] {
             if (receiptID(state_.interaction) == receipt)
                 endFeedback();

@@ -77,7 +77,7 @@ struct AppModelState {
 class AppModel final : private SharedNotch {
 public:
     // Everything outside the model. Borrowed; must outlive it.
-    struct Outside {
+    struct Dependencies {
         const Clock& clock;
         MainQueue& mainQueue;
         ApprovalBridge& server;
@@ -101,7 +101,7 @@ public:
         UUID arming;
     };
 
-    explicit AppModel(Outside outside);
+    explicit AppModel(Dependencies dependencies);
     ~AppModel();
     AppModel(const AppModel&) = delete;
     AppModel& operator=(const AppModel&) = delete;
@@ -202,7 +202,7 @@ private:
     void publish();
     void say(std::string message, MessageKind kind = MessageKind::progress);
 
-    Date now() const { return outside_.clock.now(); }
+    Date now() const { return dependencies_.clock.now(); }
     bool isOn(Preference preference) const { return state_.switches.isOn(preference); }
     void store(Preference preference, bool on);
     bool isArmed(const std::string& requestID) const;
@@ -237,7 +237,7 @@ private:
     // once the model is gone.
     template <class... Arguments> auto onMain(void (AppModel::*handle)(Arguments...))
     {
-        return [weak = std::weak_ptr(self_), &queue = outside_.mainQueue, handle](
+        return [weak = std::weak_ptr(self_), &queue = dependencies_.mainQueue, handle](
                    std::decay_t<Arguments>... arguments) {
             queue.post([weak, handle, ... held = arguments] {
                 if (const auto self = weak.lock())
@@ -247,7 +247,7 @@ private:
     }
 
     const std::thread::id thread_ = std::this_thread::get_id(); // The main thread.
-    Outside outside_;
+    Dependencies dependencies_;
     AppModelState state_;
     AppModelState published_; // As the subscriber last saw it.
     std::function<void()> changed_;

@@ -105,7 +105,7 @@ void AppModel::refreshReminders()
 
 DelayedWork AppModel::after(Seconds delay, MainQueue::Work work)
 {
-    return outside_.mainQueue.after(delay, [this, work = std::move(work)] {
+    return dependencies_.mainQueue.after(delay, [this, work = std::move(work)] {
         const Change change(*this);
         work();
     });
@@ -113,7 +113,7 @@ DelayedWork AppModel::after(Seconds delay, MainQueue::Work work)
 
 SharedNotch::Poster AppModel::poster()
 {
-    return [weak = std::weak_ptr(self_), &queue = outside_.mainQueue](MainQueue::Work work) {
+    return [weak = std::weak_ptr(self_), &queue = dependencies_.mainQueue](MainQueue::Work work) {
         queue.post([weak, work = std::move(work)] {
             const auto self = weak.lock();
             if (!self)

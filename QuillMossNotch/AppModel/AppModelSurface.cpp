@@ -56,11 +56,11 @@ void AppModel::setShowAllParameters(bool on)
 void AppModel::copyRequest(const ApprovalRequest& request)
 {
     const Change change(*this);
-    outside_.pasteboard.setText(state_.interaction.showAllParameters
-                                    ? request.toolInputJSON.string()
-                                    : ApprovalPresentation(request).primaryText);
+    dependencies_.pasteboard.setText(state_.interaction.showAllParameters
+                                         ? request.toolInputJSON.string()
+                                         : ApprovalPresentation(request).primaryText);
     state_.copiedRequestID = request.id;
-    copiedWork_ = outside_.mainQueue.after(copiedMark, [this] {
+    copiedWork_ = dependencies_.mainQueue.after(copiedMark, [this] {
         const Change end(*this);
         state_.copiedRequestID.reset();
     });
@@ -107,7 +107,7 @@ void AppModel::setPointerInside(bool inside)
 
 void AppModel::scheduleHover()
 {
-    hoverWork_ = outside_.mainQueue.after(hoverDwell, [this] {
+    hoverWork_ = dependencies_.mainQueue.after(hoverDwell, [this] {
         if (state_.interaction.pointerInside() && !state_.interaction.hoverBlockedUntilExit())
             expand();
     });
@@ -125,7 +125,7 @@ void AppModel::scheduleAutoCollapse(Seconds delay)
     collapseWork_.cancel();
     if (!mayAutoCollapse())
         return;
-    collapseWork_ = outside_.mainQueue.after(delay, [this] {
+    collapseWork_ = dependencies_.mainQueue.after(delay, [this] {
         if (mayAutoCollapse())
             collapse();
     });
@@ -152,12 +152,12 @@ void AppModel::openHost(const std::optional<std::string>& source)
     if (parseQuillMossProfile(edition) == quillmossAI)
         std::ranges::reverse(candidates);
     const auto* const installed = std::ranges::find_if(
-        candidates, [&](auto candidate) { return outside_.workspace.isInstalled(candidate); });
+        candidates, [&](auto candidate) { return dependencies_.workspace.isInstalled(candidate); });
     if (installed == candidates.end()) {
         hostNotOpened(hostMissing);
         return;
     }
-    outside_.workspace.open(*installed, [weak = std::weak_ptr(self_)] {
+    dependencies_.workspace.open(*installed, [weak = std::weak_ptr(self_)] {
         if (const auto self = weak.lock())
             (*self)->hostNotOpened(hostFailed);
     });

@@ -36,10 +36,10 @@ const char* statusAfter(const CompletionEvent& event)
 } // namespace
 
 CompletionReminders::CompletionReminders(
-    SharedNotch& notch, const QuestionReminders& questions, Outside outside)
+    SharedNotch& notch, const QuestionReminders& questions, Dependencies dependencies)
     : notch_(notch)
     , questions_(questions)
-    , outside_(std::move(outside))
+    , dependencies_(std::move(dependencies))
 {
 }
 
@@ -60,7 +60,7 @@ bool CompletionReminders::mayShow() const
 
 bool CompletionReminders::isOnShow() const
 {
-    return mayShow() && outside_.host.completionFeatureEnabled() && state_.current();
+    return mayShow() && dependencies_.host.completionFeatureEnabled() && state_.current();
 }
 
 std::optional<UUID> CompletionReminders::shownToken() const
@@ -76,7 +76,8 @@ bool CompletionReminders::isCurrent(UUID token) const
 // The host of this reminder is the only one that runs, and the person looks at something else.
 bool CompletionReminders::hostIsBehind(std::int32_t pid) const
 {
-    return outside_.host.completionTarget() == pid && outside_.host.completionIsBackground(pid);
+    return dependencies_.host.completionTarget() == pid
+        && dependencies_.host.completionIsBackground(pid);
 }
 
 // The channel
@@ -85,11 +86,11 @@ void CompletionReminders::startMonitoring()
 {
     stopMonitoring();
     const bool checked = refreshHookInstalled();
-    if (!outside_.host.completionFeatureEnabled()) {
+    if (!dependencies_.host.completionFeatureEnabled()) {
         status_ = switchedOff;
         return;
     }
-    const auto error = outside_.channel.start(
+    const auto error = dependencies_.channel.start(
         [this, post = notch_.poster(), epoch = epoch_](CompletionEvent event) {
             post([this, epoch, event = std::move(event)] {
                 if (epoch == epoch_)
@@ -108,7 +109,7 @@ void CompletionReminders::stopMonitoring()
     epoch_ = UUID::random();
     tickWork_.cancel();
     ticking_ = false;
-    outside_.channel.stop();
+    dependencies_.channel.stop();
     state_.reset();
     disarm();
     if (wasOnShow)
@@ -117,7 +118,7 @@ void CompletionReminders::stopMonitoring()
 
 bool CompletionReminders::refreshHookInstalled()
 {
-    const auto installed = outside_.hookInstalled();
+    const auto installed = dependencies_.hookInstalled();
     hookInstalled_ = installed.ok() && installed.value();
     if (!installed.ok())
         status_ = checkFailed + installed.error();
@@ -126,8 +127,8 @@ bool CompletionReminders::refreshHookInstalled()
 
 void CompletionReminders::handleEvent(const CompletionEvent& event)
 {
-    const auto& host = outside_.host;
-    const auto now = outside_.clock.now();
+    const auto& host = dependencies_.host;
+    const auto now = dependencies_.clock.now();
     const auto before = shownToken();
     noteStatus(event);
     const auto target = host.completionTarget();
@@ -143,14 +144,14 @@ void CompletionReminders::handleEvent(const CompletionEvent& event)
 
 void CompletionReminders::noteStatus(const CompletionEvent& event)
 {
-    if (outside_.host.completionFeatureEnabled() && event.isValid()
-        && event.isFresh(outside_.clock.now()))
+    if (dependencies_.host.completionFeatureEnabled() && event.isValid()
+        && event.isFresh(dependencies_.clock.now()))
         status_ = statusAfter(event);
 }
 
 void CompletionReminders::environmentChanged()
 {
-    environmentChangedAt_ = std::max(environmentChangedAt_, outside_.clock.now());
+    environmentChangedAt_ = std::max(environmentChangedAt_, dependencies_.clock.now());
     const bool wasOnShow = mayShow() && state_.current();
     state_.clearPresentation();
     disarm();
@@ -167,7 +168,8 @@ void CompletionReminders::scheduleTick()
         return;
     auto delay = tickPeriod;
     if (const auto settled = state_.nextSettledAt())
-        delay = std::min(delay, std::max(*settled - outside_.clock.now(), Seconds{0}) + tickSlack);
+        delay =
+            std::min(delay, std::max(*settled - dependencies_.clock.now(), Seconds{0}) + tickSlack);
     ticking_ = true;
     tickWork_ = notch_.after(delay, [this] { tick(); });
 }
@@ -184,7 +186,7 @@ void CompletionReminders::tick()
 
 void CompletionReminders::lookAtHost()
 {
-    const auto& host = outside_.host;
+    const auto& host = dependencies_.host;
     if (!host.completionFeatureEnabled()) {
         state_.reset();
         return;
@@ -194,7 +196,7 @@ void CompletionReminders::lookAtHost()
         state_.clearPresentation(); // So that a return to the background cannot backfill it.
         return;
     }
-    state_.refresh(outside_.clock.now());
+    state_.refresh(dependencies_.clock.now());
     if (state_.current() && state_.current()->pid != *target)
         state_.clearPresentation();
 }
@@ -213,7 +215,7 @@ void CompletionReminders::refresh()
         disarm();
         return;
     }
-    if (!state_.hasBeenPresented() && state_.claimAutoExpansion(true, outside_.clock.now())) {
+    if (!state_.hasBeenPresented() && state_.claimAutoExpansion(true, dependencies_.clock.now())) {
         notch_.keepAsItIs();
         notch_.open();
         scheduleCollapse(firstDwell);
@@ -250,11 +252,11 @@ void CompletionReminders::finishArming(UUID token)
 void CompletionReminders::scheduleCollapse(Seconds delay)
 {
     collapseWork_.cancel();
-    if (!isOnShow() || !outside_.host.completionAutoCollapseEnabled())
+    if (!isOnShow() || !dependencies_.host.completionAutoCollapseEnabled())
         return;
     collapseWork_ = notch_.after(delay, [this, token = state_.current()->token] {
         if (isOnShow() && isCurrent(token) && notch_.isOpen() && !notch_.pointerIsInside()
-            && outside_.host.completionAutoCollapseEnabled())
+            && dependencies_.host.completionAutoCollapseEnabled())
             notch_.collapse();
     });
 }
@@ -278,11 +280,11 @@ bool CompletionReminders::activate(UUID token)
     const auto& reminder = *state_.current();
     const auto pid = reminder.pid;
     if (!hostIsBehind(pid)
-        || outside_.clock.now() - reminder.receivedAt >= CompletionReminderState::lifetime)
+        || dependencies_.clock.now() - reminder.receivedAt >= CompletionReminderState::lifetime)
         return false;
     actionConsumed_ = token; // Before anything leaves, so that the same click cannot be replayed.
     disarm();
-    const bool activated = outside_.host.completionActivate(pid);
+    const bool activated = dependencies_.host.completionActivate(pid);
     activationFailed_ = !activated;
     if (!activated)
         return false;

@@ -49,7 +49,7 @@ public:
     using HookCheck = std::function<Result<bool, std::string>()>;
 
     // What it works with, borrowed except the check; all must outlive it.
-    struct Outside {
+    struct Dependencies {
         const Clock& clock;
         const ReminderCallbacks& host;
         CompletionChannel& channel;
@@ -57,7 +57,8 @@ public:
     };
 
     // A visible question goes before every turn end.
-    CompletionReminders(SharedNotch& notch, const QuestionReminders& questions, Outside outside);
+    CompletionReminders(
+        SharedNotch& notch, const QuestionReminders& questions, Dependencies dependencies);
 
     CompletionOffer offer() const;
     bool actionReady() const { return actionReady_; }
@@ -106,7 +107,7 @@ private:
 
     SharedNotch& notch_;
     const QuestionReminders& questions_;
-    Outside outside_;
+    Dependencies dependencies_;
     CompletionReminderState state_;
     bool actionReady_ = false;
     bool activationFailed_ = false;

@@ -166,12 +166,12 @@ void NotchView::present(DisplayState shown)
     }
 }
 
-template <class Section, class... Outside>
-Section& NotchView::built(Section*& section, Outside&... outside)
+template <class Section, class... Needs>
+Section& NotchView::built(Section*& section, Needs&... needs)
 {
     if (section)
         return *section;
-    section = new Section(model_, outside..., content_);
+    section = new Section(model_, needs..., content_);
     setReducesMotionOf(*section, reducesMotion_);
     static_cast<QVBoxLayout*>(content_->layout())->insertWidget(1, section);
     section->show();

@@ -63,8 +63,7 @@ private:
     void build();
     void showOpenContent();
     void present(DisplayState shown);
-    template <class Section, class... Outside>
-    Section& built(Section*& section, Outside&... outside);
+    template <class Section, class... Needs> Section& built(Section*& section, Needs&... needs);
     void dropApproval();
     void showFailure();
     int neededHeight(int width) const;

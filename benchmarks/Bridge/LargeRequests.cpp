@@ -6,8 +6,8 @@
 
 #include "Bridge/ApprovalRequest.h"
 #include "Foundation/UUID.h"
-#include "Transport/BridgeSocket.h"
 #include "Transport/Framing.h"
+#include "Transport/SocketPath.h"
 
 #include <cstdio>
 #include <string>
@@ -39,7 +39,7 @@ std::string largestLine(const Filling& filling)
         .expiresAt = Date::now() + Seconds{45}};
     std::string input(filling.begin);
     const auto escaped = filling.piece.size() + (filling.piece.find('\\') != filling.piece.npos);
-    const auto room = maximumBridgePayload - request.serialize().size() - 100;
+    const auto room = maximumFramePayload - request.serialize().size() - 100;
     for (std::size_t filled = 0; filled + escaped <= room; filled += escaped)
         input += filling.piece;
     request.toolInputJSON = input + std::string(filling.end);
@@ -48,7 +48,7 @@ std::string largestLine(const Filling& filling)
 
 int run(std::string_view name)
 {
-    const BridgeSocket place(BridgeDirectory::ofUser(), approvalSocketName);
+    const SocketPath place(SocketDirectory::ofUser(), approvalSocketName);
     std::vector<UniqueFd> connections;
     for (const auto& filling : fillings) {
         for (std::size_t hook = 0; filling.name == name && hook < hooks; ++hook) {

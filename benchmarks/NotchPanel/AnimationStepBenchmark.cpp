@@ -8,7 +8,7 @@
 #include "Geometry/PanelGeometry.h"
 #include "NotchPanel/NotchPanel.h"
 #include "NotchView/NotchView.h"
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 
 #include <QApplication>
 #include <QImage>
@@ -26,16 +26,16 @@ constexpr double compactHeight = 32;
 
 // The open notch with a request on it, in a panel that is shown.
 struct OpenNotch {
-    FakeOutside outside;
-    AppModel model{outside.seams()};
+    FakeDependencies fakes;
+    AppModel model{fakes.seams()};
     NotchPanel panel;
 
     OpenNotch()
     {
         model.start();
-        outside.request("A");
+        fakes.request("A");
         model.setExpansionPresentation(true);
-        auto owned = std::make_unique<NotchView>(model, outside.time);
+        auto owned = std::make_unique<NotchView>(model, fakes.time);
         owned->refresh();
         panel.setContentView(std::make_unique<NotchViewport>(
             std::move(owned), [](double, double) { return height; }));

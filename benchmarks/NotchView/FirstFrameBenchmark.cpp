@@ -9,7 +9,7 @@
 #include "AppDelegate/NotchStage.h"
 #include "Foundation/Json.h"
 #include "Platform/MainQueue/QtMainQueue.h"
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 
 #include <QApplication>
 
@@ -26,8 +26,8 @@ constexpr Seconds settling{0.4}; // A reveal and a little more.
 class Notch final : public QObject {
 public:
     Notch()
-        : model_(outside())
-        , stage_(model_, outside(),
+        : model_(dependencies())
+        , stage_(model_, dependencies(),
               {.scheduleLayout = [this] { scheduleLayout(); },
                   .layOut = [this] { stage_.layOut(); }})
     {
@@ -76,7 +76,7 @@ protected:
     }
 
 private:
-    AppModel::Outside outside()
+    AppModel::Dependencies dependencies()
     {
         const auto fakes = fakes_.seams();
         return {
@@ -116,7 +116,7 @@ private:
 
     SystemClock clock_;
     QtMainQueue queue_;
-    FakeOutside fakes_;
+    FakeDependencies fakes_;
     AppModel model_;
     NotchStage stage_;
     bool scheduled_ = false;

@@ -3,7 +3,7 @@
 
 #include "AppDelegate/LaunchOptions.h"
 
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 
 #include <gtest/gtest.h>
 

@@ -43,7 +43,7 @@ protected:
         });
     }
 
-    FakeQuitEffects effects_{outside.calls};
+    FakeQuitEffects effects_{fakes.calls};
     QuitFlow flow_{model, effects_};
 };
 

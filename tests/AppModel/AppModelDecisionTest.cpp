@@ -27,7 +27,7 @@ deny C, message        | 上条请求已结束  open receipt unavailable native 
 
 TEST_F(AppModelTest, isDisarmedWhileADecisionIsOnItsWay)
 {
-    outside.server.onDecide = [this] { play("allow A"); };
+    fakes.server.onDecide = [this] { play("allow A"); };
     expectTrace(R"(ask A, wait 1, deny A | open receipt denied -> server.decide A deny
 )");
 }
@@ -84,12 +84,12 @@ wait 1, click, wait 0.4     | yes  open [A] armed
 wait 0.2, click, wait 0.3   | no  open [A] armed
 )");
     StartedModel model;
-    const auto early = *model.outside.display.inputTime();
+    const auto early = *model.fakes.display.inputTime();
     EXPECT_EQ(model.after("watched, ask A, frame, " + burst + "click, press A, pressed"),
         "no  open [A] armed");
     model.play("wait 1");
     EXPECT_FALSE(model.model.press("A", early)) << "it waited while the main thread stood still";
-    const auto made = *model.outside.display.inputTime();
+    const auto made = *model.fakes.display.inputTime();
     for (std::uint32_t later = 0; later < 100; ++later)
         model.model.notePress({made.milliseconds + later});
     EXPECT_FALSE(model.model.press("A", made)) << "what came before it is forgotten";
@@ -110,7 +110,7 @@ TEST_F(AppModelTest, notesWhenAHookAskedLastButNotWhenACardAppeared)
     play("card A");
     EXPECT_FALSE(state().lastHookAt);
     play("wait 1, ask B");
-    const auto asked = outside.time.now();
+    const auto asked = fakes.time.now();
     play("wait 1, ask B, card C");
     EXPECT_EQ(state().lastHookAt, asked);
 }
@@ -137,10 +137,10 @@ wait 1.5, demo hook, wait 0.47 | open [demo] armed trying
 
 TEST_F(AppModelTest, givesTheNotchToARealRequestDuringADemonstration)
 {
-    const auto late = outside.hookRequest("late");
+    const auto late = fakes.hookRequest("late");
     play("demo hook, wait 60");
     const auto demo = state();
-    outside.report(outside.server.callbacks.onRequest, late);
+    fakes.report(fakes.server.callbacks.onRequest, late);
     EXPECT_EQ(state(), demo) << "a refused request must not end it";
     expectTrace(R"(ask A                     | open [A]
 wait 1, endDemo           | open [A] armed

@@ -49,11 +49,11 @@ TEST(AppModelDelays, endNeitherEarlyNorLate)
     for (const auto& row : rows) {
         StartedModel model;
         model.play(row.begin);
-        model.outside.calls.clear();
+        model.fakes.calls.clear();
         EXPECT_EQ(model.after(""), row.during) << row.begin;
-        model.outside.time.advance(Seconds{row.seconds - 0.001});
+        model.fakes.time.advance(Seconds{row.seconds - 0.001});
         EXPECT_EQ(model.after(""), row.during) << row.begin;
-        model.outside.time.advance(Seconds{0.002});
+        model.fakes.time.advance(Seconds{0.002});
         EXPECT_EQ(model.after(""), row.over) << row.begin;
     }
 }

@@ -8,14 +8,14 @@ namespace {
 
 TEST(AppModelLaunch, startsInOrderAndStaysQuiet)
 {
-    FakeOutside outside;
-    outside.preferences.set(Preference::completionRemindersEnabled, true);
-    AppModel model(outside.seams());
+    FakeDependencies fakes;
+    fakes.preferences.set(Preference::completionRemindersEnabled, true);
+    AppModel model(fakes.seams());
     EXPECT_EQ(model.state().completionStatus, "本轮结束提醒尚未开启");
     EXPECT_EQ(model.state().message, "正在启动本地审批桥接…");
     model.start();
     EXPECT_EQ(
-        outside.takeCalls(), (Calls{"monitor.start questions", "turnEnds.start", "server.start"}));
+        fakes.takeCalls(), (Calls{"monitor.start questions", "turnEnds.start", "server.start"}));
     AppModelState expected;
     expected.serviceReady = true;
     expected.message = "本地桥接已就绪";
@@ -24,16 +24,16 @@ TEST(AppModelLaunch, startsInOrderAndStaysQuiet)
     expected.completionStatus = "已接入，等待新一轮开始与结束事件";
     expected.completionHookInstalled = true;
     EXPECT_EQ(model.state(), expected);
-    EXPECT_EQ(outside.time.timers(), 0U);
+    EXPECT_EQ(fakes.time.timers(), 0U);
     model.stop();
-    EXPECT_EQ(outside.takeCalls(), (Calls{"turnEnds.stop", "server.stop", "monitor.stop"}));
+    EXPECT_EQ(fakes.takeCalls(), (Calls{"turnEnds.stop", "server.stop", "monitor.stop"}));
 }
 
 TEST(AppModelLaunch, opensToShowWhyTheServerDidNotStart)
 {
-    FakeOutside outside;
-    outside.server.startError = TransportError{.code = TransportError::Code::alreadyRunning};
-    AppModel model(outside.seams());
+    FakeDependencies fakes;
+    fakes.server.startError = TransportError{.code = TransportError::Code::alreadyRunning};
+    AppModel model(fakes.seams());
     model.start();
     EXPECT_FALSE(model.state().serviceReady);
     EXPECT_EQ(model.state().message, "桥接未启动：An approval bridge is already running.");
@@ -43,7 +43,7 @@ TEST(AppModelLaunch, opensToShowWhyTheServerDidNotStart)
 TEST_F(AppModelTest, saysThatHooksCannotReachItAnyMore)
 {
     play("ask A, wait 1");
-    outside.server.callbacks.onUnreachable();
+    fakes.server.callbacks.onUnreachable();
     EXPECT_TRUE(state().serviceReady) << "before the main queue has run";
     expectTrace(
         R"(wait 0, message | 审批桥接的套接字已被移除或替换，Hook 无法连接；请重启本应用  open [A] armed
@@ -53,10 +53,10 @@ TEST_F(AppModelTest, saysThatHooksCannotReachItAnyMore)
 
 TEST_F(AppModelTest, keepsTheEditionsWhenItsOwnPathIsUnknown)
 {
-    outside.profiles.reset();
+    fakes.profiles.reset();
     model.refreshConfiguredProfiles();
     EXPECT_EQ(state().configuredProfiles, Calls{"QuillMoss"});
-    outside.profiles.emplace();
+    fakes.profiles.emplace();
     model.refreshConfiguredProfiles();
     EXPECT_TRUE(state().configuredProfiles.empty());
 }
@@ -81,9 +81,9 @@ TEST_F(AppModelTest, keepsASwitchForTheNextStart)
 {
     play("off autoCollapse, on autoCollapse, off hoverToExpand");
     EXPECT_EQ(
-        outside.preferences.written, (std::map<Preference, bool>{{Preference::autoCollapse, true},
-                                         {Preference::hoverToExpand, false}}));
-    AppModel next(outside.seams());
+        fakes.preferences.written, (std::map<Preference, bool>{{Preference::autoCollapse, true},
+                                       {Preference::hoverToExpand, false}}));
+    AppModel next(fakes.seams());
     next.start();
     EXPECT_EQ(next.state().switches, state().switches);
 }
@@ -91,14 +91,14 @@ TEST_F(AppModelTest, keepsASwitchForTheNextStart)
 TEST_F(AppModelTest, asksForAccessAndSwitchesOnOnlyWhenToldTo)
 {
     model.requestNativeAccess(AppModel::NativeAccess::ask);
-    EXPECT_EQ(outside.takeCalls(),
+    EXPECT_EQ(fakes.takeCalls(),
         (Calls{"monitor.requestAccess", "open settings", "monitor.start questions"}));
-    outside.monitor.trusted = true;
+    fakes.monitor.trusted = true;
     model.requestNativeAccess(AppModel::NativeAccess::enableAndAsk);
-    EXPECT_EQ(outside.takeCalls("monitor.start"), Calls{"monitor.start approvals questions"});
+    EXPECT_EQ(fakes.takeCalls("monitor.start"), Calls{"monitor.start approvals questions"});
     EXPECT_TRUE(state().nativeAccessGranted);
-    outside.monitor.trusted = false;
-    outside.report(outside.monitor.callbacks.onStatus, "新的状态");
+    fakes.monitor.trusted = false;
+    fakes.report(fakes.monitor.callbacks.onStatus, "新的状态");
     EXPECT_EQ(state().nativeStatus, "新的状态");
     EXPECT_FALSE(state().nativeAccessGranted);
 }

@@ -52,13 +52,13 @@ noHost, host demo, message  | 未在 Applications 找到 QuillMoss，请手动�
 TEST_F(AppModelTest, opensTheEditionOfTheCurrentRequestAndSaysThatItFailed)
 {
     model.openHost({});
-    auto request = outside.hookRequest("A");
+    auto request = fakes.hookRequest("A");
     request.source = "quillmossAI";
-    outside.report(outside.server.callbacks.onRequest, request);
+    fakes.report(fakes.server.callbacks.onRequest, request);
     model.openHost({});
-    EXPECT_EQ(outside.takeCalls("open"), (Calls{"open quillmoss", "open quillmossAI"}));
+    EXPECT_EQ(fakes.takeCalls("open"), (Calls{"open quillmoss", "open quillmossAI"}));
     model.collapse();
-    outside.workspace.openFailed();
+    fakes.workspace.openFailed();
     EXPECT_EQ(after("message"), "无法打开 QuillMoss，请手动打开  open [A]");
 }
 

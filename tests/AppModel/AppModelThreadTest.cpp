@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@ namespace {
 
 TEST(AppModelThreads, takeCallbacksFromAnywhereAndNoneAfterItsEnd)
 {
-    FakeOutside outside;
-    auto model = std::make_unique<AppModel>(outside.seams());
+    FakeDependencies fakes;
+    auto model = std::make_unique<AppModel>(fakes.seams());
     model->start();
     const auto run = [](const auto& callbacks, ApprovalRequest request) {
         for (int turn = 0; turn < 500; ++turn) {
@@ -23,27 +23,27 @@ TEST(AppModelThreads, takeCallbacksFromAnywhereAndNoneAfterItsEnd)
             callbacks.onRemoval(request.id);
         }
     };
-    std::thread bridge([&, request = outside.hookRequest("")] {
-        run(outside.server.callbacks, request);
-        outside.server.callbacks.onUnreachable();
+    std::thread bridge([&, request = fakes.hookRequest("")] {
+        run(fakes.server.callbacks, request);
+        fakes.server.callbacks.onUnreachable();
     });
-    std::thread monitor([&, request = outside.nativeRequest("")] {
-        run(outside.monitor.callbacks, request);
-        outside.monitor.callbacks.onStatus("seen");
+    std::thread monitor([&, request = fakes.nativeRequest("")] {
+        run(fakes.monitor.callbacks, request);
+        fakes.monitor.callbacks.onStatus("seen");
     });
     while (!model->state().lastHookAt)
-        outside.time.runPosted();
-    outside.server.callbacks.onRequest(outside.hookRequest("late")); // Posted, and not run yet.
-    outside.monitor.callbacks.onStatus("late");
+        fakes.time.runPosted();
+    fakes.server.callbacks.onRequest(fakes.hookRequest("late")); // Posted, and not run yet.
+    fakes.monitor.callbacks.onStatus("late");
     model->openHost({});
     model.reset();
-    outside.calls.clear();
-    outside.workspace.openFailed();
+    fakes.calls.clear();
+    fakes.workspace.openFailed();
     bridge.join();
     monitor.join();
-    outside.time.advance(Seconds{5});
-    EXPECT_TRUE(outside.calls.empty());
-    EXPECT_EQ(outside.time.timers(), 0U);
+    fakes.time.advance(Seconds{5});
+    EXPECT_TRUE(fakes.calls.empty());
+    EXPECT_EQ(fakes.time.timers(), 0U);
 }
 
 } // namespace

@@ -17,7 +17,7 @@ public:
         : random_(seed)
         , quiet_(seed % 2 == 0)
     {
-        model.setDisplay(&outside.display);
+        model.setDisplay(&fakes.display);
         model.setPreference(Preference::completionRemindersEnabled, true);
         model.subscribe([this] { look(); });
     }
@@ -29,7 +29,7 @@ public:
             return;
         const auto& step = steps_[index];
         SCOPED_TRACE(step.name);
-        outside.server.hookWaits = below(4) != 0;
+        fakes.server.hookWaits = below(4) != 0;
         const auto before = seen_;
         const auto interactionBefore = interaction();
         reminderBefore_ = reminder_;
@@ -65,20 +65,20 @@ private:
 
     std::size_t below(std::size_t end) { return random_() % end; }
     Decision anyDecision() { return allDecisions[below(allDecisions.size())]; }
-    double seenFor(const Seen& seen) const { return outside.time.uptime().seconds - seen.since; }
+    double seenFor(const Seen& seen) const { return fakes.time.uptime().seconds - seen.since; }
 
     // After every operation, those of timers included.
     void look()
     {
-        const auto& shown = outside.display.shown;
+        const auto& shown = fakes.display.shown;
         const bool visible = interaction().expanded() && shown && decision()
                           && shown->requestID == decision()->requestID
                           && shown->showsAllParameters == decision()->showsAllParameters;
         const auto seen = visible ? shown : std::nullopt;
         if (seen != seen_.decision)
-            seen_ = {seen, outside.time.uptime().seconds};
+            seen_ = {seen, fakes.time.uptime().seconds};
         if (const auto token = shownReminder(); token != reminder_.token)
-            reminder_ = {token, outside.time.uptime().seconds};
+            reminder_ = {token, fakes.time.uptime().seconds};
         std::set<std::string> ids;
         for (const auto& request : interaction().requests())
             EXPECT_TRUE(ids.insert(request.id).second) << request.id << " is queued twice";
@@ -87,7 +87,7 @@ private:
 
     void judgeDecisions(const Seen& before, bool clicked)
     {
-        for (const auto& call : outside.takeCalls()) {
+        for (const auto& call : fakes.takeCalls()) {
             if (call.starts_with("activate"))
                 judgeActivation();
             const auto at = call.find(".decide ");
@@ -118,7 +118,7 @@ private:
         const auto clicked = std::exchange(clicked_, std::nullopt);
         ASSERT_TRUE(clicked) << "nobody has clicked";
         EXPECT_EQ(clicked, reminderBefore_.token) << "another one was on show";
-        EXPECT_GE(outside.time.uptime().seconds - reminderBefore_.since, 0.45 - rounding);
+        EXPECT_GE(fakes.time.uptime().seconds - reminderBefore_.since, 0.45 - rounding);
         EXPECT_TRUE(activated_.insert(*clicked).second) << "twice for one reminder";
     }
     // A reminder may open the notch, which begins the guard delay anew, and close it.
@@ -129,20 +129,20 @@ private:
         EXPECT_EQ(interaction().feedback(), before.feedback());
         EXPECT_TRUE(
             interaction().readyAt() == before.readyAt()
-            || interaction().readyAt() == outside.time.now() + NotchInteraction::handoffDelay);
+            || interaction().readyAt() == fakes.time.now() + NotchInteraction::handoffDelay);
     }
     void scan()
     {
         const auto flow = std::to_string(below(3) == 0 ? nextID_++ : nextID_);
-        const auto question = FakeOutside::question(flow, 1 + static_cast<int>(below(8)) / 7);
-        outside.see(question);
-        outside.see(question);
+        const auto question = FakeDependencies::question(flow, 1 + static_cast<int>(below(8)) / 7);
+        fakes.see(question);
+        fakes.see(question);
     }
     void turn()
     {
         const std::string session = below(2) == 0 ? "A" : "B";
-        outside.tell(outside.turnStart(session));
-        outside.tell(outside.turnEnd(session));
+        fakes.tell(fakes.turnStart(session));
+        fakes.tell(fakes.turnEnd(session));
     }
     void clickReminder()
     {
@@ -158,27 +158,27 @@ private:
     void ask(ApprovalRequest request)
     {
         request.id = std::to_string(nextID_++);
-        request.expiresAt = outside.time.now() + Seconds{0.1 * static_cast<double>(below(100))};
+        request.expiresAt = fakes.time.now() + Seconds{0.1 * static_cast<double>(below(100))};
         known_.push_back(request);
-        outside.report(outside.server.callbacks.onRequest, request);
+        fakes.report(fakes.server.callbacks.onRequest, request);
     }
     void askTwice()
     {
         const auto waiting = interaction().requests();
         if (!waiting.empty() && !state().isDemo)
-            outside.report(outside.server.callbacks.onRequest, waiting.back());
+            fakes.report(fakes.server.callbacks.onRequest, waiting.back());
     }
     void hookGoes()
     {
         const auto& candidates = below(4) == 0 ? known_ : interaction().requests();
         if (!candidates.empty())
-            outside.remove(std::string(candidates[below(candidates.size())].id));
+            fakes.remove(std::string(candidates[below(candidates.size())].id));
     }
     void wait()
     {
-        outside.time.advance(Seconds{0.05 * static_cast<double>(1 + below(12))});
+        fakes.time.advance(Seconds{0.05 * static_cast<double>(1 + below(12))});
         const auto* current = interaction().current();
-        if (seen_.decision && seenFor(seen_) > 0.47 && current->expiresAt > outside.time.now()) {
+        if (seen_.decision && seenFor(seen_) > 0.47 && current->expiresAt > fakes.time.now()) {
             EXPECT_TRUE(state().actionReady) << "a person could never answer";
         }
     }
@@ -195,7 +195,7 @@ private:
     // With or without a click that is handled before the model is told.
     void change(const char* what)
     {
-        if (!outside.display.shown)
+        if (!fakes.display.shown)
             return;
         play(std::string("quietly ") + what);
         look();
@@ -218,8 +218,8 @@ private:
     static constexpr std::size_t stepsThatAsk = 4; // The first ones.
 
     const std::vector<Step> steps_{
-        {"hook asks", [this] { ask(outside.hookRequest("")); }},
-        {"card appears", [this] { ask(outside.nativeRequest("")); }},
+        {"hook asks", [this] { ask(fakes.hookRequest("")); }},
+        {"card appears", [this] { ask(fakes.nativeRequest("")); }},
         {"hook asks twice", [this] { askTwice(); }},
         {"demonstrate", [this] { play(below(2) == 0 ? "demo hook" : "demo native"); }},
         {"hook goes", [this] { hookGoes(); }},
@@ -248,7 +248,7 @@ private:
         {"click on a reminder", [this] { clickReminder(); }, false, true},
         {"host", [this] { play(below(3) == 0 ? "front" : "back"); }, false, true},
         {"applications change", [this] { play("switchApps"); }, false, true},
-        {"the host does not come", [this] { outside.host.activates = below(2) == 0; }},
+        {"the host does not come", [this] { fakes.host.activates = below(2) == 0; }},
     };
     std::mt19937 random_;
     const bool quiet_; // Few requests, so that reminders have the notch.

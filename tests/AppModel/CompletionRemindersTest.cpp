@@ -41,7 +41,7 @@ TEST(CompletionReminders, takeEveryOtherEndForNoSuccess)
     for (const auto reason : allCompletionReasons) {
         StartedModel model;
         model.play("on completionRemindersEnabled, begin A");
-        model.outside.tell(model.outside.turnEnd("A", reason));
+        model.fakes.tell(model.fakes.turnEnd("A", reason));
         const bool completed = reason == CompletionEvent::Reason::completed;
         EXPECT_EQ(model.state().completionStatus, completed
                                                       ? "已收到正常结束事件，仅配对后台新轮次提醒"
@@ -125,8 +125,8 @@ TEST(CompletionReminders, tellHowTheirChannelDoes)
     };
     for (const auto& row : rows) {
         StartedModel model;
-        model.outside.hookInstalled = row.hook;
-        model.outside.completionServer.startError = row.error;
+        model.fakes.hookInstalled = row.hook;
+        model.fakes.completionServer.startError = row.error;
         EXPECT_EQ(model.state().completionStatus, "本轮结束提醒已关闭");
         model.play("on completionRemindersEnabled");
         EXPECT_EQ(model.state().completionStatus, row.status);
@@ -138,9 +138,9 @@ TEST(CompletionReminders, hearNoEventOfAChannelThatStopped)
 {
     StartedModel model;
     model.play("on completionRemindersEnabled");
-    const auto late = model.outside.completionServer.onEvent;
+    const auto late = model.fakes.completionServer.onEvent;
     model.play("off completionRemindersEnabled, on completionRemindersEnabled");
-    late(model.outside.turnStart("A"));
+    late(model.fakes.turnStart("A"));
     model.play("end A, wait 1");
     EXPECT_EQ(model.state().completionState, CompletionOffer());
 }
@@ -149,10 +149,10 @@ TEST(CompletionReminders, takeNoEventFromBeforeTheLastChangeOfApplicationsForABa
 {
     StartedModel model;
     model.play("on completionRemindersEnabled, begin A, wait 1");
-    const auto end = model.outside.turnEnd("A");
+    const auto end = model.fakes.turnEnd("A");
     model.play("wait 0.1, switchApps");
-    model.outside.tell(end);
-    model.outside.takeCalls();
+    model.fakes.tell(end);
+    model.fakes.takeCalls();
     EXPECT_EQ(model.after("end A, wait 1"), "closed");
 }
 
@@ -163,21 +163,21 @@ TEST(CompletionReminders, keepWithinTheirBoundsUnderAFlood)
     model.play("on completionRemindersEnabled");
     const std::string longest(256, 'x');
     for (int i = 0; i < 5'000; ++i) {
-        auto start = model.outside.turnEvent(longest, longest);
+        auto start = model.fakes.turnEvent(longest, longest);
         start.sessionID.replace(0, 8, std::to_string(10'000'000 + i % 2'500));
         start.generationID->replace(0, 8, std::to_string(10'000'000 + i));
         start.observedAt = start.observedAt + Seconds{i % 7 == 0 ? -4.0 : 0.0};
-        model.outside.tell(start);
+        model.fakes.tell(start);
         start.kind = CompletionEvent::Kind::ended;
         start.reason = CompletionEvent::Reason::completed;
-        model.outside.tell(start);
+        model.fakes.tell(start);
     }
     EXPECT_EQ(
         model.state().completionState.trackedSessionCount, CompletionReminderState::mostSessions);
     EXPECT_EQ(model.state().completionState.queuedCount, CompletionReminderState::mostReminders);
-    EXPECT_EQ(model.outside.time.timers(), 1U);
+    EXPECT_EQ(model.fakes.time.timers(), 1U);
     model.play("wait 31");
-    EXPECT_EQ(model.outside.time.timers(), 0U);
+    EXPECT_EQ(model.fakes.time.timers(), 0U);
 }
 
 } // namespace

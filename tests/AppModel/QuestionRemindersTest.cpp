@@ -82,18 +82,18 @@ question | open question Q -> server.decide A deny
 
 TEST_F(AppModelTest, believesOnlyScansOfThePresentSituation)
 {
-    const auto begun = outside.time.uptime();
-    const auto late = outside.monitor.callbacks.onQuestion;
+    const auto begun = fakes.time.uptime();
+    const auto late = fakes.monitor.callbacks.onQuestion;
     const auto deliver = [&](const auto& onQuestion) {
-        onQuestion(FakeOutside::question("Q"), begun);
-        onQuestion(FakeOutside::question("Q"), begun);
-        outside.time.runPosted();
+        onQuestion(FakeDependencies::question("Q"), begun);
+        onQuestion(FakeDependencies::question("Q"), begun);
+        fakes.time.runPosted();
         return state().questionState.visible().has_value();
     };
     play("wait 0.5, switchApps");
     EXPECT_FALSE(deliver(late)) << "an application has come to the front since";
     play("watch");
-    outside.applicationEvents.changed = {};
+    fakes.applicationEvents.changed = {};
     EXPECT_FALSE(deliver(late)) << "of an older monitoring";
 }
 

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 #include "support/InteractionTrace.h"
 #include "support/TracePlayer.h"
 
@@ -29,23 +29,23 @@ public:
     StartedModel()
     {
         model.start();
-        outside.calls.clear();
+        fakes.calls.clear();
         using enum Workspace::HostApplication;
         operations_ = {
-            {"ask", [this] { outside.request(next()); }},
-            {"card", [this] { outside.card(next()); }},
-            {"gone", [this] { outside.remove(next()); }},
-            {"refuse", [this] { outside.server.hookWaits = outside.monitor.cardVerifies = false; }},
-            {"wait", [this] { outside.time.advance(Seconds{next<double>()}); }},
-            {"clock", [this] { outside.time.setWallClock(Seconds{next<double>()}); }},
-            {"scan", [this] { outside.see(FakeOutside::question(next())); }},
-            {"page2", [this] { outside.see(FakeOutside::question(next(), 2)); }},
-            {"unseen", [this] { outside.see(QuestionReminderState::Absent{}); }},
-            {"unreadable", [this] { outside.see(QuestionReminderState::Unavailable{}); }},
+            {"ask", [this] { fakes.request(next()); }},
+            {"card", [this] { fakes.card(next()); }},
+            {"gone", [this] { fakes.remove(next()); }},
+            {"refuse", [this] { fakes.server.hookWaits = fakes.monitor.cardVerifies = false; }},
+            {"wait", [this] { fakes.time.advance(Seconds{next<double>()}); }},
+            {"clock", [this] { fakes.time.setWallClock(Seconds{next<double>()}); }},
+            {"scan", [this] { fakes.see(FakeDependencies::question(next())); }},
+            {"page2", [this] { fakes.see(FakeDependencies::question(next(), 2)); }},
+            {"unseen", [this] { fakes.see(QuestionReminderState::Absent{}); }},
+            {"unreadable", [this] { fakes.see(QuestionReminderState::Unavailable{}); }},
             {"question", [this] { question("Q"); }},
             {"goAnswer", [this] { answer(model.handoffQuestion(*state().questionState.token())); }},
-            {"begin", [this] { outside.tell(outside.turnStart(next())); }},
-            {"end", [this] { outside.tell(outside.turnEnd(next())); }},
+            {"begin", [this] { fakes.tell(fakes.turnStart(next())); }},
+            {"end", [this] { fakes.tell(fakes.turnEnd(next())); }},
             {"turn", [this] { turn("A"); }},
             {"openTurn", [this] { answer(model.activateCompletion(turnToken())); }},
             {"noted", [this] { model.dismissCompletion(turnToken()); }},
@@ -56,13 +56,13 @@ public:
             {"front", [this] { host().isActive = true; }},
             {"back", [this] { host().isActive = false; }},
             {"hide", [this] { host().isHidden = true; }},
-            {"second", [this] { outside.host.processes.push_back({.pid = 8}); }},
-            {"deaf", [this] { outside.host.activates = false; }},
-            {"switchApps", [this] { outside.applicationEvents.changed(); }},
+            {"second", [this] { fakes.host.processes.push_back({.pid = 8}); }},
+            {"deaf", [this] { fakes.host.activates = false; }},
+            {"switchApps", [this] { fakes.applicationEvents.changed(); }},
             {"status", [this] { answer(state().completionStatus); }},
-            {"noHost", [this] { outside.workspace.installed = {}; }},
-            {"onlyAI", [this] { outside.workspace.installed = {quillmossAI}; }},
-            {"withoutAI", [this] { outside.workspace.installed = {quillmoss}; }},
+            {"noHost", [this] { fakes.workspace.installed = {}; }},
+            {"onlyAI", [this] { fakes.workspace.installed = {quillmossAI}; }},
+            {"withoutAI", [this] { fakes.workspace.installed = {quillmoss}; }},
             {"on", [this] { model.setPreference(preference(), true); }},
             {"off", [this] { model.setPreference(preference(), false); }},
             {"message", [this] { answer(state().message); }},
@@ -75,21 +75,19 @@ public:
             {"select", [this] { model.select(next()); }},
             {"details", [this] { model.setShowAllParameters(true); }},
             {"copy", [this] { model.copyRequest(*interaction().current()); }},
-            {"pasted", [this] { answer(outside.pasteboard.text); }},
-            {"watched", [this] { model.setDisplay(&outside.display); }},
+            {"pasted", [this] { answer(fakes.pasteboard.text); }},
+            {"watched", [this] { model.setDisplay(&fakes.display); }},
             {"frame", [this] { show(decision()); }},
             {"blank", [this] { show(std::nullopt); }},
-            {"move",
-                [this] { ++outside.display.shown->buttons[1].y, show(outside.display.shown); }},
+            {"move", [this] { ++fakes.display.shown->buttons[1].y, show(fakes.display.shown); }},
             {"quietly", [this] { quiet_ = true; }},
-            {"click", [this] { model.notePress(*outside.display.inputTime()); }},
-            {"press", [this] { press_ = model.press(id(), outside.display.inputTime()); }},
+            {"click", [this] { model.notePress(*fakes.display.inputTime()); }},
+            {"press", [this] { press_ = model.press(id(), fakes.display.inputTime()); }},
             {"pressed", [this] { answer(press_.has_value()); }},
             {"release", [this] { model.release(press_.value(), Decision::allow); }},
-            {"allow", [this] { model.decide(outside.hookRequest(id()), Decision::allow); }},
-            {"deny", [this] { model.decide(outside.hookRequest(id()), Decision::deny); }},
-            {"handBack",
-                [this] { model.decide(outside.hookRequest(id()), Decision::passthrough); }},
+            {"allow", [this] { model.decide(fakes.hookRequest(id()), Decision::allow); }},
+            {"deny", [this] { model.decide(fakes.hookRequest(id()), Decision::deny); }},
+            {"handBack", [this] { model.decide(fakes.hookRequest(id()), Decision::passthrough); }},
             {"dismiss", [this] { model.dismissFeedback(); }},
             {"demo", [this] { model.showDemo(next() == "native" ? Demo::native : Demo::hook); }},
             {"endDemo", [this] { model.endDemo(); }},
@@ -111,13 +109,13 @@ public:
     }
     void show(const std::optional<ShownDecision>& shown)
     {
-        outside.display.shown = shown;
+        fakes.display.shown = shown;
         if (!std::exchange(quiet_, false))
             model.displayChanged();
     }
 
-    FakeOutside outside;
-    AppModel model{outside.seams()};
+    FakeDependencies fakes;
+    AppModel model{fakes.seams()};
 
 private:
     std::string id()
@@ -137,7 +135,7 @@ private:
         text += questionText() + turnText();
         text += state().copiedRequestID ? " copied " + *state().copiedRequestID : "";
         const auto* separator = " -> ";
-        for (const auto& call : outside.takeCalls())
+        for (const auto& call : fakes.takeCalls())
             text += std::exchange(separator, ", ") + call;
         return text;
     }
@@ -163,16 +161,16 @@ private:
     }
     void question(const std::string& flow)
     {
-        outside.see(FakeOutside::question(flow));
-        outside.see(FakeOutside::question(flow));
+        fakes.see(FakeDependencies::question(flow));
+        fakes.see(FakeDependencies::question(flow));
     }
     void turn(const std::string& session)
     {
-        outside.tell(outside.turnStart(session));
-        outside.tell(outside.turnEnd(session));
-        outside.time.advance(Seconds{0.82});
+        fakes.tell(fakes.turnStart(session));
+        fakes.tell(fakes.turnEnd(session));
+        fakes.time.advance(Seconds{0.82});
     }
-    HostApplication& host() { return outside.host.processes.front(); }
+    HostApplication& host() { return fakes.host.processes.front(); }
     UUID turnToken() const { return state().completionState.current->token; }
     void keepTokens()
     {

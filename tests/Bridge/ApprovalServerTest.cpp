@@ -76,7 +76,7 @@ protected:
     }
 
     TemporaryDirectory temporary;
-    BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
+    SocketPath place{SocketDirectory(temporary / "bridge"), approvalSocketName};
     HookClient client{place.directory()};
     std::map<std::string, std::string> tools; // By the id; of the callbacks' thread alone.
     Trace trace;
@@ -123,7 +123,7 @@ TEST_F(ApprovalServerTest, closesOnWhatIsNoNewRequestAndSaysNothing)
     const auto id = nextID();
     const auto other = request("Read").serialize();
     for (const auto& line : {same.serialize(), request("Read", Seconds{-1}).serialize(),
-             other + "\n" + other, std::string("{}"), std::string(maximumBridgePayload, '[')})
+             other + "\n" + other, std::string("{}"), std::string(maximumFramePayload, '[')})
         EXPECT_TRUE(isClosed(sent(line))) << line.substr(0, 80);
     EXPECT_TRUE(server.decide(id, Decision::deny));
     EXPECT_EQ(answer.get(), Decision::deny);

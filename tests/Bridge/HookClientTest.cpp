@@ -36,7 +36,7 @@ protected:
     }
 
     TemporaryDirectory temporary;
-    BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
+    SocketPath place{SocketDirectory(temporary / "bridge"), approvalSocketName};
     Result<ListeningSocket, TransportError> listening = ListeningSocket::open(place, 1);
     HookClient client{place.directory()};
 };

@@ -52,7 +52,7 @@ private:
     }
 
     FakeSurface panel_;
-    VerticalRevealAnimator animator_{panel_, outside.time, outside.time};
+    VerticalRevealAnimator animator_{panel_, fakes.time, fakes.time};
     HitRefresh hit_{model, panel_, animator_};
     std::vector<ScreenRecord> screens_{{.frame = {0, 0, 1280, 800}}};
     bool reduced_ = false;
@@ -66,7 +66,7 @@ private:
         .scheduleAnother =
             [this] {
                 if (++passes_ < 100) // Else they never end.
-                    outside.time.post([this] { layout_.run(); });
+                    fakes.time.post([this] { layout_.run(); });
             },
         .refreshHit = [this] { hit_.run(); },
     }};

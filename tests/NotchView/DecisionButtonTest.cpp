@@ -58,11 +58,11 @@ std::string decisionsOf(const Device& device, const char* name, const Row& row)
     act(QTest::Press);
     scene.play(row.between);
     act(QTest::Release);
-    const auto first = scene.outside.takeCalls("server.decide").size();
+    const auto first = scene.fakes.takeCalls("server.decide").size();
     scene.play("wait 0.5");
     act(QTest::Press);
     act(QTest::Release);
-    const auto second = scene.outside.takeCalls("server.decide").size();
+    const auto second = scene.fakes.takeCalls("server.decide").size();
     return std::to_string(first) + ' ' + std::to_string(second);
 }
 
@@ -105,7 +105,7 @@ TEST(DecisionButton, countsPressAndReleaseInOneArmedTimeOfOneRequest)
 
 class DecisionButtonTest : public testing::Test, protected ShownScene {
 protected:
-    auto decisions() { return outside.takeCalls("server.decide").size(); }
+    auto decisions() { return fakes.takeCalls("server.decide").size(); }
 
     QAbstractButton& allow = (play("ask A, wait 0.5"), button("decision-allow"));
 };
@@ -128,9 +128,9 @@ TEST_F(DecisionButtonTest, aPointerPressesOnceAndOnlyOnTheButton)
 
 TEST_F(DecisionButtonTest, aPressIsMadeWhenItsEventSaysSo)
 {
-    const auto waited = outside.display.inputTime()->milliseconds;
+    const auto waited = fakes.display.inputTime()->milliseconds;
     play("watched, frame, wait 1");
-    const auto fresh = outside.display.inputTime()->milliseconds;
+    const auto fresh = fakes.display.inputTime()->milliseconds;
     for (const auto& [time, decided] : {std::pair(waited, 0U), std::pair(fresh, 1U)}) {
         for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
             QKeyEvent event(type, Qt::Key_Space, Qt::NoModifier);

@@ -50,7 +50,7 @@ bool write(const char* name, const char* words, const QString& folder)
     Scene scene;
     scene.play(words);
     const auto path = folder + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
-    return pictureOfNotch(scene.model, scene.outside.time).save(path);
+    return pictureOfNotch(scene.model, scene.fakes.time).save(path);
 }
 
 } // namespace

@@ -39,7 +39,7 @@ TEST(Symbols, areDrawnInTheirSquares)
 
 TEST_F(NotchViewTest, buttonsCallTheModel)
 {
-    model.showSettings = [this] { outside.calls.emplace_back("settings"); };
+    model.showSettings = [this] { fakes.calls.emplace_back("settings"); };
     operations_["click"] = [this] { button(next().c_str()).click(); };
     operations_["choose"] = [this] {
         find<QListWidget>("switcher-list").setCurrentRow(next<int>());
@@ -74,7 +74,7 @@ TEST_F(NotchViewTest, ticksOnlyWhileSomebodyCanSeeTheSeconds)
     EXPECT_FALSE(nextTick()) << "nothing waits";
     play("ask A");
     EXPECT_EQ(nextTick(), 1005);
-    outside.time.advance(Seconds{1});
+    fakes.time.advance(Seconds{1});
     EXPECT_TRUE(QTest::qWaitFor([this] { return text("time-left") == "49 秒"; }));
     EXPECT_EQ(nextTick(), 1005);
     play("close");

@@ -63,29 +63,29 @@ Scene::Scene()
     operations_["empty"] = [this] { arrive(empty(command(next()))); };
     operations_["long"] = [this] { arrive(longTexts(command(next()))); };
     operations_["card"] = [this] {
-        outside.monitor.callbacks.onRequest(card(command(next())));
-        outside.time.runPosted();
+        fakes.monitor.callbacks.onRequest(card(command(next())));
+        fakes.time.runPosted();
     };
     operations_["question"] = [this] { wait("发布说明写给谁看？"); };
     operations_["longQuestion"] = [this] {
         wait("<b>选哪一个？</b>\u202E\n" + std::string(300, 'q') + "\n一\n二\n三\n四\n五");
     };
     operations_["command"] = [this] { model.setShowAllParameters(false); };
-    operations_["trusted"] = [this] { outside.monitor.trusted = true; };
+    operations_["trusted"] = [this] { fakes.monitor.trusted = true; };
     operations_["unreachable"] = [this] {
-        outside.server.callbacks.onUnreachable();
-        outside.time.runPosted();
+        fakes.server.callbacks.onUnreachable();
+        fakes.time.runPosted();
     };
     operations_["editions"] = [this] {
-        outside.profiles = {"QuillMoss", "QuillMoss AI"};
-        outside.profiles->resize(next<std::size_t>());
+        fakes.profiles = {"QuillMoss", "QuillMoss AI"};
+        fakes.profiles->resize(next<std::size_t>());
         model.refreshConfiguredProfiles();
     };
 }
 
 ApprovalRequest Scene::command(const std::string& id) const
 {
-    auto request = outside.hookRequest(id);
+    auto request = fakes.hookRequest(id);
     request.sessionID = "7c1f0a52-93be-4d0e-8a77-2f5d1c0b9e64";
     request.cwd = "/home/lin/Projects/moss-garden";
     request.toolInputJSON = R"({"command":"rm -rf build && cmake --preset release\ncmake --build )"
@@ -96,16 +96,16 @@ ApprovalRequest Scene::command(const std::string& id) const
 
 void Scene::arrive(const ApprovalRequest& request)
 {
-    outside.server.callbacks.onRequest(request);
-    outside.time.runPosted();
+    fakes.server.callbacks.onRequest(request);
+    fakes.time.runPosted();
 }
 
 void Scene::wait(const std::string& title)
 {
-    auto question = FakeOutside::question("Q");
+    auto question = FakeDependencies::question("Q");
     question.title = title;
-    outside.see(question);
-    outside.see(question);
+    fakes.see(question);
+    fakes.see(question);
 }
 
 ShownScene::ShownScene()
@@ -113,7 +113,7 @@ ShownScene::ShownScene()
     model.subscribe([this] { layOut(); });
     layOut();
     view.show();
-    outside.takeCalls();
+    fakes.takeCalls();
 }
 
 void ShownScene::layOut()

@@ -36,7 +36,7 @@ struct ShownScene : Scene {
     std::string text(const char* name) const;
 
     int screenHeight = 1'000;
-    NotchView view{model, outside.time};
+    NotchView view{model, fakes.time};
 };
 
 } // namespace notch

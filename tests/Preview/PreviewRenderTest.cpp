@@ -27,11 +27,11 @@ std::string rendered(const Arguments& arguments)
     StartedModel started;
     // The buttons are armed at about the time when they are in a launch.
     QObject running;
-    QTimer::singleShot(470, &running, [&] { started.outside.time.advance(Seconds{0.47}); });
+    QTimer::singleShot(470, &running, [&] { started.fakes.time.advance(Seconds{0.47}); });
     const auto options = *PreviewOptions::parse(arguments);
     SettingsHome home;
     const int status =
-        PreviewRender(started.model, started.outside.time, home.surroundings()).run(options);
+        PreviewRender(started.model, started.fakes.time, home.surroundings()).run(options);
     const QImage picture(QString::fromStdString(options.path));
     const auto* current = started.interaction().current();
     return std::to_string(status) + ' ' + std::to_string(picture.width())

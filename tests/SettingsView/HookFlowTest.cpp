@@ -66,7 +66,7 @@ private:
     void finish()
     {
         EXPECT_TRUE(waitUntil([this] {
-            outside.time.runPosted();
+            fakes.time.runPosted();
             return !flow.state().busy;
         }));
     }
@@ -187,7 +187,7 @@ TEST_F(HookFlowTest, aSlowChangeKeepsTheWindowAliveAndIsMadeOnce)
 TEST_F(HookFlowTest, tellsTheModelAndShowsTheBackup)
 {
     flow.showBackup();
-    outside.profiles = {"QuillMoss", "QuillMoss AI"};
+    fakes.profiles = {"QuillMoss", "QuillMoss AI"};
     play("file foreign, install");
     EXPECT_EQ(dialog.question->preview,
         HookInstaller(files).preview(url(QuillMossProfile::quillmoss), ownExecutable, "quillmoss",
@@ -196,11 +196,11 @@ TEST_F(HookFlowTest, tellsTheModelAndShowsTheBackup)
     EXPECT_EQ(model.state().configuredProfiles.size(), 2U);
     flow.showBackup();
     EXPECT_EQ(fileManager.shown, std::vector{*flow.state().backupURL});
-    outside.profiles->clear();
+    fakes.profiles->clear();
     play("remove, confirm, choose quillmossAI");
     EXPECT_TRUE(model.state().configuredProfiles.empty());
     flow.openHost();
-    EXPECT_EQ(outside.takeCalls("open"), Calls{"open quillmossAI"});
+    EXPECT_EQ(fakes.takeCalls("open"), Calls{"open quillmossAI"});
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "SettingsView/HookFlow.h"
-#include "support/FakeOutside.h"
+#include "support/FakeDependencies.h"
 #include "support/SettingsFile.h"
 
 #include <functional>
@@ -42,7 +42,7 @@ struct SettingsHome {
             std::filesystem::create_directories(
                 std::filesystem::path(realPath(profile)).parent_path());
         model.start();
-        outside.calls.clear();
+        fakes.calls.clear();
     }
 
     static std::string url(QuillMossProfile profile)
@@ -67,7 +67,7 @@ struct SettingsHome {
     HookFlow::Surroundings surroundings()
     {
         return {
-            .mainQueue = outside.time,
+            .mainQueue = fakes.time,
             .fileManager = fileManager,
             .executableURL = [this] { return executable; },
             .settingsURL = url,
@@ -75,8 +75,8 @@ struct SettingsHome {
         };
     }
 
-    FakeOutside outside;
-    AppModel model{outside.seams()};
+    FakeDependencies fakes;
+    AppModel model{fakes.seams()};
     MovedRoot files;
     FakeFileManager fileManager;
     std::optional<std::string> executable{ownExecutable};

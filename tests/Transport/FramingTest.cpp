@@ -30,7 +30,7 @@ protected:
         there = UniqueFd(ends[1]);
     }
 
-    const std::string largest = std::string(maximumBridgePayload, 'x');
+    const std::string largest = std::string(maximumFramePayload, 'x');
     UniqueFd here;
     UniqueFd there;
 };

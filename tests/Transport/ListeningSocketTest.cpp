@@ -53,7 +53,7 @@ protected:
     }
 
     TemporaryDirectory temporary;
-    BridgeSocket place{BridgeDirectory(temporary / "bridge"), approvalSocketName};
+    SocketPath place{SocketDirectory(temporary / "bridge"), approvalSocketName};
     const char* const path = place.path().c_str();
     const char* const directory = place.directory().path().c_str();
 };
@@ -98,8 +98,8 @@ TEST_F(ListeningSocketTest, trustsOnlyItsOwnDirectoryAndSocket)
 TEST_F(ListeningSocketTest, refusesAPathThatDoesNotFitAnAddress)
 {
     const auto name = std::string(103 - place.directory().path().size() - 1, 's');
-    EXPECT_TRUE(ListeningSocket::open(BridgeSocket(place.directory(), name), 4).ok());
-    const auto longer = ListeningSocket::open(BridgeSocket(place.directory(), name + "s"), 4);
+    EXPECT_TRUE(ListeningSocket::open(SocketPath(place.directory(), name), 4).ok());
+    const auto longer = ListeningSocket::open(SocketPath(place.directory(), name + "s"), 4);
     ASSERT_FALSE(longer.ok());
     EXPECT_EQ(longer.error(), (TransportError{Code::system, ENAMETOOLONG}));
 }

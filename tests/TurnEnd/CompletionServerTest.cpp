@@ -76,7 +76,7 @@ protected:
     }
 
     TemporaryDirectory temporary;
-    BridgeSocket place{BridgeDirectory(temporary / "bridge"), turnEndSocketName};
+    SocketPath place{SocketDirectory(temporary / "bridge"), turnEndSocketName};
     CompletionHookClient client{place.directory()};
     Trace trace;
     CompletionServer server{place.directory()};

@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     ::pthread_sigmask(SIG_BLOCK, &ends, nullptr); // Before the server has threads, for all of them.
 
     notch::CompletionServer server(
-        argc > 1 ? notch::BridgeDirectory(argv[1]) : notch::BridgeDirectory::ofUser());
+        argc > 1 ? notch::SocketDirectory(argv[1]) : notch::SocketDirectory::ofUser());
     const auto error = server.start(
         [](const notch::CompletionEvent& event) { std::puts(notch::printed(event).c_str()); });
     if (error) {

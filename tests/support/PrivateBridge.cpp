@@ -3,7 +3,7 @@
 
 #include "support/PrivateBridge.h"
 
-#include "Transport/BridgeDirectory.h"
+#include "Transport/SocketDirectory.h"
 
 #include <cerrno>
 #include <cstring>
@@ -46,7 +46,7 @@ bool coverDirectory(const char* path)
 
 std::string enterPrivateBridge()
 {
-    if (enterNamespace() && coverDirectory(BridgeDirectory::ofUser().path().c_str()))
+    if (enterNamespace() && coverDirectory(SocketDirectory::ofUser().path().c_str()))
         return {};
     return std::string("no mount namespace: ") + std::strerror(errno);
 }

@@ -23,8 +23,8 @@ void call(const Callback callback, Arguments... arguments)
 
 } // namespace
 
-NativeMonitor::NativeMonitor(MonitorOutside outside, std::function<void(bool on)> timer)
-    : outside_(std::move(outside))
+NativeMonitor::NativeMonitor(MonitorDependencies dependencies, std::function<void(bool on)> timer)
+    : dependencies_(std::move(dependencies))
     , timer_(std::move(timer))
 {
 }
@@ -45,7 +45,7 @@ void NativeMonitor::start(NativeApprovals::Callbacks callbacks, NativeApprovals:
         suppressed_.clear();
     }
     if (!newQuestion) {
-        call(oldQuestion, Observation(Unavailable{}), outside_.clock.uptime());
+        call(oldQuestion, Observation(Unavailable{}), dependencies_.clock.uptime());
         if (!lifecycle_.isCurrent(epoch))
             return;
         questions_.reset();
@@ -68,7 +68,7 @@ void NativeMonitor::stop()
     if (active)
         call(callbacks.onRemoval, active->request.id);
     if (lifecycle_.epoch() == epoch)
-        call(callbacks.onQuestion, Observation(Unavailable{}), outside_.clock.uptime());
+        call(callbacks.onQuestion, Observation(Unavailable{}), dependencies_.clock.uptime());
 }
 
 void NativeMonitor::removeActive()
@@ -90,7 +90,7 @@ void NativeMonitor::report(Observation observation, Uptime capturedAt)
     if (!lifecycle_.running() || !callbacks_.onQuestion)
         return;
     const auto* waiting = std::get_if<QuestionReminder>(&observation);
-    if (waiting && !outside_.backgroundTarget(waiting->pid))
+    if (waiting && !dependencies_.backgroundTarget(waiting->pid))
         observation = Unavailable{};
     questions_.reported(observation);
     call(callbacks_.onQuestion, observation, capturedAt);
@@ -104,17 +104,17 @@ void NativeMonitor::tick()
     if (!lifecycle_.running())
         return;
     const auto epoch = lifecycle_.epoch();
-    if (!outside_.accessibility.isProcessTrusted()) {
-        report(Unavailable{}, outside_.clock.uptime());
+    if (!dependencies_.accessibility.isProcessTrusted()) {
+        report(Unavailable{}, dependencies_.clock.uptime());
         if (lifecycle_.isCurrent(epoch))
             removeActive();
         if (lifecycle_.isCurrent(epoch))
             setStatus(monitorText::needsAccess);
         return;
     }
-    const auto pass =
-        Snapshot::take(outside_, {.approvals = approvalsEnabled_,
-                                     .questions = callbacks_.onQuestion ? &questions_ : nullptr});
+    const auto pass = Snapshot::take(
+        dependencies_, {.approvals = approvalsEnabled_,
+                           .questions = callbacks_.onQuestion ? &questions_ : nullptr});
     const bool isWaiting = std::holds_alternative<QuestionReminder>(pass.question);
     if (!isWaiting)
         report(pass.question, pass.startedAt);
@@ -138,7 +138,7 @@ bool NativeMonitor::offer(const Snapshot& pass, const UUID& epoch)
     if (!pass.recognizable)
         suppressed_.clear();
     if (pass.isForeground || !pass.candidate || suppressed_.contains(pass.candidate->fingerprint)
-        || !outside_.backgroundTarget(pass.candidate->pid))
+        || !dependencies_.backgroundTarget(pass.candidate->pid))
         return false;
     if (isOffered(*pass.candidate)) {
         setStatus(monitorText::found);
@@ -168,7 +168,8 @@ void NativeMonitor::present(const Candidate& card, const UUID& epoch)
 
 bool NativeMonitor::mayPresent(const Candidate& card, const UUID& epoch) const
 {
-    return lifecycle_.isCurrent(epoch) && approvalsEnabled_ && outside_.backgroundTarget(card.pid);
+    return lifecycle_.isCurrent(epoch) && approvalsEnabled_
+        && dependencies_.backgroundTarget(card.pid);
 }
 
 // One decision
@@ -192,11 +193,11 @@ bool NativeMonitor::decide(const std::string& id, Decision decision)
 
 bool NativeMonitor::press(const Candidate& card, Decision decision, const UUID& epoch)
 {
-    auto& accessibility = outside_.accessibility;
+    auto& accessibility = dependencies_.accessibility;
     if (!accessibility.isProcessTrusted())
         return refuse(monitorText::accessLost);
     const auto fresh =
-        Snapshot::take(outside_, {.approvals = approvalsEnabled_, .questions = nullptr});
+        Snapshot::take(dependencies_, {.approvals = approvalsEnabled_, .questions = nullptr});
     if (!fresh.complete || fresh.isForeground || !fresh.candidate)
         return refuse(monitorText::cardChanged);
     if (!fresh.candidate->isSameCard(card))
@@ -209,7 +210,7 @@ bool NativeMonitor::press(const Candidate& card, Decision decision, const UUID& 
         return refuse(monitorText::buttonUnavailable);
     if (!pressable(accessibility, button, label))
         return refuse(monitorText::buttonUnavailable);
-    if (!outside_.backgroundTarget(card.pid))
+    if (!dependencies_.backgroundTarget(card.pid))
         return refuse(monitorText::buttonUnavailable);
     if (!lifecycle_.isCurrent(epoch))
         return refuse(monitorText::buttonUnavailable);

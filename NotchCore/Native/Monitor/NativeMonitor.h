@@ -6,7 +6,7 @@
 #include "Bridge/Decision.h"
 #include "Foundation/UUID.h"
 #include "Native/Monitor/Candidate.h"
-#include "Native/Monitor/MonitorOutside.h"
+#include "Native/Monitor/MonitorDependencies.h"
 #include "Native/Monitor/NativeMonitorLifecycle.h"
 #include "Native/Monitor/QuestionSighting.h"
 #include "Native/Monitor/Snapshot.h"
@@ -31,7 +31,7 @@ namespace notch {
 class NativeMonitor {
 public:
     // `timer`: on, tick() is to run at once and then at regular times; off, no more.
-    NativeMonitor(MonitorOutside outside, std::function<void(bool on)> timer);
+    NativeMonitor(MonitorDependencies dependencies, std::function<void(bool on)> timer);
 
     // May be called again while running, to change what is watched.
     void start(NativeApprovals::Callbacks callbacks, NativeApprovals::Watched watched);
@@ -57,7 +57,7 @@ private:
     bool press(const Candidate& card, Decision decision, const UUID& epoch);
     bool refuse(std::string_view why);
 
-    MonitorOutside outside_;
+    MonitorDependencies dependencies_;
     std::function<void(bool on)> timer_;
     NativeMonitorLifecycle lifecycle_;
     NativeApprovals::Callbacks callbacks_;

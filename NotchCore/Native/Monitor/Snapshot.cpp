@@ -52,28 +52,28 @@ void Snapshot::fail(std::string_view why)
     status = why;
 }
 
-Snapshot Snapshot::take(const MonitorOutside& outside, const Wanted& wanted)
+Snapshot Snapshot::take(const MonitorDependencies& dependencies, const Wanted& wanted)
 {
     Snapshot pass;
-    pass.startedAt = outside.clock.uptime();
+    pass.startedAt = dependencies.clock.uptime();
     HostApplication host;
-    if (!pass.choose(outside, host))
+    if (!pass.choose(dependencies, host))
         return pass;
-    AXRead read(host.pid, outside.clock.uptime());
-    const auto roots = AccessibilityScan(outside.accessibility, outside.clock, read)
+    AXRead read(host.pid, dependencies.clock.uptime());
+    const auto roots = AccessibilityScan(dependencies.accessibility, dependencies.clock, read)
                            .readRoots(wanted.questions != nullptr);
     pass.complete = read.coverage().approvalComplete();
     if (wanted.questions)
         pass.question = wanted.questions->derive(read, roots);
-    if (!mayBeRead(outside.livingHost(host.pid)))
+    if (!mayBeRead(dependencies.livingHost(host.pid)))
         pass.question = QuestionReminderState::Unavailable{};
-    pass.judge(outside, wanted, read, roots);
+    pass.judge(dependencies, wanted, read, roots);
     return pass;
 }
 
-bool Snapshot::choose(const MonitorOutside& outside, HostApplication& host)
+bool Snapshot::choose(const MonitorDependencies& dependencies, HostApplication& host)
 {
-    const auto hosts = outside.livingHosts();
+    const auto hosts = dependencies.livingHosts();
     if (hosts.empty()) {
         status = monitorText::notRunning; // Complete: there is no card.
         mayRest = true;
@@ -90,8 +90,8 @@ bool Snapshot::choose(const MonitorOutside& outside, HostApplication& host)
     return complete;
 }
 
-void Snapshot::judge(const MonitorOutside& outside, const Wanted& wanted, const AXRead& read,
-    std::span<const NativeApprovalNode> roots)
+void Snapshot::judge(const MonitorDependencies& dependencies, const Wanted& wanted,
+    const AXRead& read, std::span<const NativeApprovalNode> roots)
 {
     if (!wanted.approvals) {
         status = isWaiting(question) ? monitorText::questionOnly : monitorText::waitingForQuestion;
@@ -102,23 +102,23 @@ void Snapshot::judge(const MonitorOutside& outside, const Wanted& wanted, const 
         return;
     }
     recognizable = NativeApprovalClassifier::hasRecognizableButtons(roots);
-    findCard(outside, read, roots);
-    if (!candidate || outside.backgroundTarget(read.pid))
+    findCard(dependencies, read, roots);
+    if (!candidate || dependencies.backgroundTarget(read.pid))
         return;
     candidate.reset();
     question = QuestionReminderState::Unavailable{};
-    const auto host = outside.livingHost(read.pid);
+    const auto host = dependencies.livingHost(read.pid);
     isForeground = host && host->isActive;
     fail(monitorText::stateChanged);
 }
 
-void Snapshot::findCard(
-    const MonitorOutside& outside, const AXRead& read, std::span<const NativeApprovalNode> roots)
+void Snapshot::findCard(const MonitorDependencies& dependencies, const AXRead& read,
+    std::span<const NativeApprovalNode> roots)
 {
     const auto match = NativeApprovalClassifier::uniqueMatch(roots);
     auto card = match ? resolve(*match, read) : std::nullopt;
     if (!card) {
-        const auto host = outside.livingHost(read.pid);
+        const auto host = dependencies.livingHost(read.pid);
         if (recognizable)
             status = monitorText::refusedCard;
         else if (host && host->isActive)
@@ -130,7 +130,8 @@ void Snapshot::findCard(
         fail(monitorText::contextChanged);
         return;
     }
-    describeCard(*card, read.windowTitle(match->windowID), outside.clock.now(), outside.sha256);
+    describeCard(
+        *card, read.windowTitle(match->windowID), dependencies.clock.now(), dependencies.sha256);
     candidate = std::move(card);
 }
 

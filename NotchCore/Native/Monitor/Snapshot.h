@@ -6,7 +6,7 @@
 #include "Foundation/Time.h"
 #include "Interaction/QuestionReminderState.h"
 #include "Native/Monitor/Candidate.h"
-#include "Native/Monitor/MonitorOutside.h"
+#include "Native/Monitor/MonitorDependencies.h"
 #include "Native/Monitor/MonitorTexts.h"
 #include "Native/Monitor/QuestionSighting.h"
 
@@ -33,14 +33,14 @@ struct Snapshot {
         bool approvals = false;
         QuestionSighting* questions = nullptr; // Null: not read.
     };
-    static Snapshot take(const MonitorOutside& outside, const Wanted& wanted);
+    static Snapshot take(const MonitorDependencies& dependencies, const Wanted& wanted);
 
 private:
     // Each returns whether the pass goes on.
-    bool choose(const MonitorOutside& outside, HostApplication& host);
-    void judge(const MonitorOutside& outside, const Wanted& wanted, const AXRead& read,
+    bool choose(const MonitorDependencies& dependencies, HostApplication& host);
+    void judge(const MonitorDependencies& dependencies, const Wanted& wanted, const AXRead& read,
         std::span<const NativeApprovalNode> roots);
-    void findCard(const MonitorOutside& outside, const AXRead& read,
+    void findCard(const MonitorDependencies& dependencies, const AXRead& read,
         std::span<const NativeApprovalNode> roots);
     void fail(std::string_view why);
 };

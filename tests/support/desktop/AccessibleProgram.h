@@ -29,7 +29,7 @@ struct AccessibleControl {
     bool operator==(const AccessibleControl&) const = default;
 };
 
-// One program of this session, read through the accessibility bus from outside. A program that does
+// One program of this session, read through the accessibility bus from fakes. A program that does
 // not run, or answers nothing, has no controls.
 class AccessibleProgram {
 public:

@@ -5,7 +5,7 @@
 
 #include "Foundation/Time.h"
 #include "Foundation/UniqueFd.h"
-#include "Transport/BridgeDirectory.h"
+#include "Transport/SocketDirectory.h"
 #include "Transport/TransportError.h"
 
 #include <optional>
@@ -25,11 +25,11 @@ struct FileIdentity {
 
 // The place of one socket in the bridge directory, and what a client or a server may believe of
 // what is there. Only the path is held; each question is asked of the file system anew.
-class BridgeSocket {
+class SocketPath {
 public:
-    BridgeSocket(BridgeDirectory directory, std::string_view fileName);
+    SocketPath(SocketDirectory directory, std::string_view fileName);
 
-    const BridgeDirectory& directory() const { return directory_; }
+    const SocketDirectory& directory() const { return directory_; }
     const std::string& path() const { return path_; }
 
     // The directory is safe, and the path names a socket, no link to one, of the real user, with
@@ -55,7 +55,7 @@ private:
     std::optional<TransportError> probe() const;
     std::optional<TransportError> unlinkStale(FileIdentity stale) const;
 
-    BridgeDirectory directory_;
+    SocketDirectory directory_;
     std::string path_;
 };
 

@@ -26,7 +26,7 @@
 namespace notch {
 
 // Everything outside the model and its windows, for real. Needs a QApplication.
-struct DesktopOutside {
+struct DesktopDependencies {
     SystemClock clock;
     QtMainQueue mainQueue;
     ApprovalServer server;
@@ -39,7 +39,7 @@ struct DesktopOutside {
     DesktopWorkspace workspace{mainQueue};
     DesktopFileManager fileManager;
 
-    AppModel::Outside seams()
+    AppModel::Dependencies seams()
     {
         return {
             .clock = clock,

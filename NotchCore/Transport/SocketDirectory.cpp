@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Transport/BridgeDirectory.h"
+#include "Transport/SocketDirectory.h"
 
 #include <cerrno>
 #include <sys/stat.h>
@@ -15,19 +15,19 @@ constexpr mode_t permissionBits = 0777;
 
 } // namespace
 
-BridgeDirectory BridgeDirectory::ofUser()
+SocketDirectory SocketDirectory::ofUser()
 {
-    return BridgeDirectory("/tmp/quillmoss-notch-" + std::to_string(::getuid()));
+    return SocketDirectory("/tmp/quillmoss-notch-" + std::to_string(::getuid()));
 }
 
-bool BridgeDirectory::isSafe() const
+bool SocketDirectory::isSafe() const
 {
     struct stat status { };
     return ::lstat(path_.c_str(), &status) == 0 && S_ISDIR(status.st_mode)
         && status.st_uid == ::getuid() && (status.st_mode & permissionBits) == directoryMode;
 }
 
-std::optional<TransportError> BridgeDirectory::prepare() const
+std::optional<TransportError> SocketDirectory::prepare() const
 {
     if (::mkdir(path_.c_str(), directoryMode) != 0 && errno != EEXIST)
         return TransportError{TransportError::Code::system, errno};

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Transport/BridgeSocket.h"
+#include "Transport/SocketPath.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -98,25 +98,25 @@ std::optional<struct stat> statusOf(const std::string& path)
 
 } // namespace
 
-BridgeSocket::BridgeSocket(BridgeDirectory directory, std::string_view fileName)
+SocketPath::SocketPath(SocketDirectory directory, std::string_view fileName)
     : directory_(std::move(directory))
     , path_(directory_.path() + "/" + std::string(fileName))
 {
 }
 
-bool BridgeSocket::isSafe() const
+bool SocketPath::isSafe() const
 {
     const auto status = directory_.isSafe() ? statusOf(path_) : std::nullopt;
     return status && isSafeSocket(*status);
 }
 
-std::optional<FileIdentity> BridgeSocket::identity() const
+std::optional<FileIdentity> SocketPath::identity() const
 {
     const auto status = statusOf(path_);
     return status ? std::optional(identityOf(*status)) : std::nullopt;
 }
 
-std::optional<UniqueFd> BridgeSocket::connect(Seconds patience) const
+std::optional<UniqueFd> SocketPath::connect(Seconds patience) const
 {
     if (!isSafe())
         return std::nullopt;
@@ -126,7 +126,7 @@ std::optional<UniqueFd> BridgeSocket::connect(Seconds patience) const
     return socket;
 }
 
-std::optional<TransportError> BridgeSocket::removeStale() const
+std::optional<TransportError> SocketPath::removeStale() const
 {
     const auto status = statusOf(path_);
     if (!status && errno == ENOENT)
@@ -141,7 +141,7 @@ std::optional<TransportError> BridgeSocket::removeStale() const
 }
 
 // Nothing when no process listens there.
-std::optional<TransportError> BridgeSocket::probe() const
+std::optional<TransportError> SocketPath::probe() const
 {
     const auto socket = makeStreamSocket();
     if (!socket.valid())
@@ -152,7 +152,7 @@ std::optional<TransportError> BridgeSocket::probe() const
 }
 
 // Everything is asked again: between the first look and now another server may have come.
-std::optional<TransportError> BridgeSocket::unlinkStale(FileIdentity stale) const
+std::optional<TransportError> SocketPath::unlinkStale(FileIdentity stale) const
 {
     const auto status = directory_.isSafe() ? statusOf(path_) : std::nullopt;
     if (!status || identityOf(*status) != stale || !isSafeSocket(*status))
@@ -160,7 +160,7 @@ std::optional<TransportError> BridgeSocket::unlinkStale(FileIdentity stale) cons
     return ::unlink(path_.c_str()) == 0 ? std::nullopt : std::optional(systemError());
 }
 
-std::optional<TransportError> BridgeSocket::bind(const UniqueFd& socket) const
+std::optional<TransportError> SocketPath::bind(const UniqueFd& socket) const
 {
     const auto address = addressOf(path_);
     if (!address || ::bind(socket.get(), generic(*address), sizeof *address) != 0)
@@ -168,7 +168,7 @@ std::optional<TransportError> BridgeSocket::bind(const UniqueFd& socket) const
     return std::nullopt;
 }
 
-void BridgeSocket::remove(FileIdentity own) const
+void SocketPath::remove(FileIdentity own) const
 {
     const auto status = directory_.isSafe() ? statusOf(path_) : std::nullopt;
     if (status && identityOf(*status) == own && isOwnSocket(*status))

@@ -13,14 +13,14 @@ namespace notch {
 
 // The private directory of this user's sockets. It lies in /tmp, where anybody may have made it
 // first: nothing in it counts unless isSafe().
-class BridgeDirectory {
+class SocketDirectory {
 public:
-    explicit BridgeDirectory(std::string path)
+    explicit SocketDirectory(std::string path)
         : path_(std::move(path))
     {
     }
     // The one that the host's hooks and the resident application share.
-    static BridgeDirectory ofUser();
+    static SocketDirectory ofUser();
 
     const std::string& path() const { return path_; }
 

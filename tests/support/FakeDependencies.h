@@ -168,12 +168,12 @@ struct FakePreferences final : Preferences {
 
 // Everything outside an AppModel, made up.
 //
-//   FakeOutside outside;
-//   AppModel model(outside.seams());
+//   FakeDependencies fakes;
+//   AppModel model(fakes.seams());
 //   model.start();
-//   outside.request("A"); // A hook asks.
-//   outside.time.advance(Seconds{1});
-struct FakeOutside {
+//   fakes.request("A"); // A hook asks.
+//   fakes.time.advance(Seconds{1});
+struct FakeDependencies {
     Calls calls;
     VirtualTime time;
     FakeApprovalBridge server{calls};
@@ -188,7 +188,7 @@ struct FakeOutside {
     FakeDisplay display{time}; // A model has none until it is given one.
     std::optional<std::vector<std::string>> profiles{{"QuillMoss"}};
 
-    AppModel::Outside seams()
+    AppModel::Dependencies seams()
     {
         return {
             .clock = time,

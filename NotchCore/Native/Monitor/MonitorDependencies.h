@@ -16,7 +16,7 @@
 namespace notch {
 
 // Everything outside the monitor. Borrowed.
-struct MonitorOutside {
+struct MonitorDependencies {
     Accessibility& accessibility;
     const HostApplications& applications;
     const Clock& clock;
