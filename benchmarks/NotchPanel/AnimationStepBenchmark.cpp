@@ -8,7 +8,7 @@
 #include "Geometry/PanelGeometry.h"
 #include "NotchPanel/NotchPanel.h"
 #include "NotchView/NotchView.h"
-#include "support/FakeDependencies.h"
+#include "Rehearsal/FakeDependencies.h"
 
 #include <QApplication>
 #include <QImage>

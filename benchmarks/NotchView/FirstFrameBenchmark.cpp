@@ -9,7 +9,7 @@
 #include "AppDelegate/NotchStage.h"
 #include "Foundation/Json.h"
 #include "Platform/MainQueue/QtMainQueue.h"
-#include "support/FakeDependencies.h"
+#include "Rehearsal/FakeDependencies.h"
 
 #include <QApplication>
 

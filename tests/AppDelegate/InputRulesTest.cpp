@@ -3,7 +3,7 @@
 
 #include "AppDelegate/InputRules.h"
 
-#include "AppModel/StartedModel.h"
+#include "AppModel/AppModelTest.h"
 #include "NotchPanel/FakeSurface.h"
 
 namespace notch {

@@ -3,7 +3,7 @@
 
 #include "AppDelegate/LaunchOptions.h"
 
-#include "support/FakeDependencies.h"
+#include "Rehearsal/FakeDependencies.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 
 #include "AppDelegate/QuitFlow.h"
 
-#include "AppModel/StartedModel.h"
+#include "AppModel/AppModelTest.h"
 
 namespace notch {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "support/FakeDependencies.h"
+#include "Rehearsal/FakeDependencies.h"
 
 #include <gtest/gtest.h>
 

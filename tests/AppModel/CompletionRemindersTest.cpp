@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "AppModel/StartedModel.h"
+#include "AppModel/AppModelTest.h"
 
 namespace notch {
 namespace {

@@ -3,7 +3,7 @@
 
 #include "Interaction/QuestionReminderState.h"
 
-#include "support/TracePlayer.h"
+#include "Rehearsal/TracePlayer.h"
 
 #include <gtest/gtest.h>
 #include <map>

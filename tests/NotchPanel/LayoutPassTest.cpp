@@ -3,7 +3,7 @@
 
 #include "NotchPanel/LayoutPass.h"
 
-#include "AppModel/StartedModel.h"
+#include "AppModel/AppModelTest.h"
 #include "FakeSurface.h"
 #include "NotchPanel/HitRefresh.h"
 

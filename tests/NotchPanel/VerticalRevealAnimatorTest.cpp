@@ -4,7 +4,7 @@
 #include "NotchPanel/VerticalRevealAnimator.h"
 
 #include "FakeSurface.h"
-#include "support/VirtualTime.h"
+#include "Rehearsal/VirtualTime.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Scene.h"
+#include "ShownScene.h"
 
 #include <gtest/gtest.h>
 

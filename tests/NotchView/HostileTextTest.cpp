@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Foundation/Json.h"
-#include "Scene.h"
+#include "ShownScene.h"
 #include "Style/NotchStyle.h"
 #include "Style/TextBlock.h"
 #include "Style/VisibleText.h"

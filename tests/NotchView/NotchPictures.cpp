@@ -5,7 +5,7 @@
 // folder.
 
 #include "Preview/NotchPicture.h"
-#include "Scene.h"
+#include "Rehearsal/Scene.h"
 #include "SettingsView/SettingsPictures.h"
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "NotchView/HeaderContent.h"
-#include "Scene.h"
+#include "ShownScene.h"
 #include "Style/NotchStyle.h"
 #include "Style/SymbolPath.h"
 

@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include "Preview/PreviewRender.h"
-#include "AppModel/StartedModel.h"
 #include "NotchPanel/NotchViewport.h"
+#include "Rehearsal/StartedModel.h"
 #include "SettingsView/SettingsHome.h"
 #include "support/TemporaryDirectory.h"
 

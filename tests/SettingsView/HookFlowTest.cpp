@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: MIT
 
 #include "SettingsView/HookFlow.h"
+#include "Rehearsal/TracePlayer.h"
 #include "SettingsView/SettingsHome.h"
 #include "SettingsView/StatusContent.h"
-#include "support/TracePlayer.h"
 #include "support/WaitUntil.h"
 
 #include <gtest/gtest.h>

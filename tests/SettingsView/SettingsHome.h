@@ -3,8 +3,8 @@
 
 #pragma once
 
+#include "Rehearsal/FakeDependencies.h"
 #include "SettingsView/HookFlow.h"
-#include "support/FakeDependencies.h"
 #include "support/SettingsFile.h"
 
 #include <functional>

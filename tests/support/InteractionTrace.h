@@ -3,40 +3,16 @@
 
 #pragma once
 
-#include "Interaction/NotchInteraction.h"
-#include "support/TracePlayer.h"
+#include "Rehearsal/InteractionText.h"
+#include "Rehearsal/TracePlayer.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 
 namespace notch {
-
-constexpr std::array<std::string_view, 5> receiptNames{
-    "allowed", "denied", "returned", "expired", "unavailable"};
-
-// Open or closed; the queue with the current request in brackets; the readiness as given; then
-// inside, blocked, details, and the receipt.
-inline std::string printed(const NotchInteraction& interaction, const std::string& readiness)
-{
-    const auto current = interaction.currentID();
-    std::string text = interaction.expanded() ? "open" : "closed";
-    for (const auto& request : interaction.requests()) {
-        const auto shown = request.source == "demo" ? "demo" : request.id;
-        text += request.id == current ? " [" + shown + ']' : ' ' + shown;
-    }
-    text += interaction.selectedID() == current ? "" : " selected otherwise";
-    text += readiness;
-    text += interaction.pointerInside() ? " inside" : "";
-    text += interaction.hoverBlockedUntilExit() ? " blocked" : "";
-    text += interaction.showAllParameters ? " details" : "";
-    if (const auto& receipt = interaction.feedback()) {
-        text += " receipt " + std::string(receiptNames.at(static_cast<std::size_t>(receipt->kind)));
-        text += receipt->isDemo ? " demo" : "";
-        text += receipt->isNative ? " native" : "";
-    }
-    return text;
-}
 
 // Plays operations on a NotchInteraction and writes the state after each line:
 //

@@ -15,8 +15,8 @@
 
 namespace notch {
 
-// The clock and the main queue of a test: time passes only in advance(), and everything due on the
-// way runs at its own moment.
+// The clock and the main queue of a rehearsal: time passes only in advance(), and everything due on
+// the way runs at its own moment.
 class VirtualTime final : public Clock, public MainQueue {
 public:
     Date now() const override { return Date{uptime_ + bootedAt_}; }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "AppModel/AppModel.h"
-#include "support/VirtualTime.h"
+#include "Rehearsal/VirtualTime.h"
 
 #include <functional>
 #include <map>

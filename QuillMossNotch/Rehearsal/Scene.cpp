@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-#include "Scene.h"
+#include "Rehearsal/Scene.h"
 
 #include "Foundation/Json.h"
 
@@ -106,25 +106,6 @@ void Scene::wait(const std::string& title)
     question.title = title;
     fakes.see(question);
     fakes.see(question);
-}
-
-ShownScene::ShownScene()
-{
-    model.subscribe([this] { layOut(); });
-    layOut();
-    view.show();
-    fakes.takeCalls();
-}
-
-void ShownScene::layOut()
-{
-    view.refresh();
-    view.resize(480, view.fit(480, screenHeight));
-}
-
-std::string ShownScene::text(const char* name) const
-{
-    return find(name).property("text").toString().toStdString();
 }
 
 } // namespace notch

@@ -3,10 +3,9 @@
 
 #pragma once
 
-#include "AppModel/StartedModel.h"
-#include "NotchView/NotchView.h"
+#include "Rehearsal/StartedModel.h"
 
-#include <QAbstractButton>
+#include <string>
 
 namespace notch {
 
@@ -21,22 +20,6 @@ struct Scene : StartedModel {
     void arrive(const ApprovalRequest& request);
     // The host waits on a question.
     void wait(const std::string& title);
-};
-
-// With the view of its model on show, laid out as the host would.
-struct ShownScene : Scene {
-    ShownScene();
-
-    void layOut();
-    template <class Widget = QWidget> Widget& find(const char* name) const
-    {
-        return *view.findChild<Widget*>(QLatin1String(name));
-    }
-    QAbstractButton& button(const char* name) const { return find<QAbstractButton>(name); }
-    std::string text(const char* name) const;
-
-    int screenHeight = 1'000;
-    NotchView view{model, fakes.time};
 };
 
 } // namespace notch

@@ -3,8 +3,9 @@
 
 #pragma once
 
+#include <cstdio>
+#include <cstdlib>
 #include <functional>
-#include <gtest/gtest.h>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -15,7 +16,7 @@
 namespace notch {
 
 // Writes anew, after the bar of each line, what `after` answers to the operations before it. So a
-// test compares a whole trace with itself.
+// whole trace is compared with itself.
 inline std::string retold(
     std::string_view trace, const std::function<std::string(const std::string&)>& after)
 {
@@ -29,7 +30,8 @@ inline std::string retold(
 }
 
 // Carries out operations that are written as words, with commas between them. An operation that
-// does not exist, a word that is missing and one that is left over each fail the test.
+// does not exist, a word that is missing and one that is left over each end the process: nothing
+// that was written so can be trusted.
 class TracePlayer {
 public:
     virtual ~TracePlayer() = default;
@@ -72,12 +74,18 @@ protected:
     template <class Value = std::string> Value next()
     {
         Value value{};
-        EXPECT_TRUE(words_ >> value) << "a word is missing: " << words_.str();
+        if (!(words_ >> value))
+            refuse("a word is missing");
         return value;
     }
     void answer(const std::string& given) { answers_ += given + "  "; }
     void answer(bool given) { answer(std::string(given ? "yes" : "no")); }
     virtual std::string stateText() = 0;
+    [[noreturn]] void refuse(const std::string& reason) const
+    {
+        std::fprintf(stderr, "%s: %s\n", reason.c_str(), words_.str().c_str());
+        std::abort();
+    }
 
     std::map<std::string, std::function<void()>> operations_; // By name.
 
@@ -88,7 +96,8 @@ private:
         words_ = std::istringstream(operations);
         while (const auto name = more()) {
             const auto found = operations_.find(*name);
-            ASSERT_TRUE(found != operations_.end()) << *name << " is no operation: " << operations;
+            if (found == operations_.end())
+                refuse(*name + " is no operation");
             found->second();
         }
     }
