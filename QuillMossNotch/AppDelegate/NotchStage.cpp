@@ -5,6 +5,7 @@
 
 #include "NotchPanel/NotchViewport.h"
 #include "Platform/Display/ReducedMotion.h"
+#include "Platform/Toolkit/FontPages.h"
 #include "Style/AccessibleRole.h"
 
 #include <cmath>
@@ -14,6 +15,8 @@
 namespace notch {
 
 namespace {
+
+constexpr Seconds releaseDelay{1}; // Until the closing has been drawn.
 
 NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 {
@@ -33,6 +36,7 @@ NotchView& addView(NotchPanel& panel, AppModel& model, const Clock& clock)
 NotchStage::NotchStage(
     AppModel& model, const AppModel::Dependencies& dependencies, Requests requests)
     : model_(model)
+    , mainQueue_(dependencies.mainQueue)
     , view_(addView(panel_, model, dependencies.clock))
     , animator_(panel_, dependencies.clock, dependencies.mainQueue)
     , raising_(panel_, dependencies.clock, dependencies.mainQueue)
@@ -65,6 +69,15 @@ void NotchStage::layOut()
     view_.setReducesMotion(reduceMotion());
     layoutPass_.run();
     raising_.setMatter(presentMatter(model_.state()));
+    releaseWhenClosed();
+}
+
+void NotchStage::releaseWhenClosed()
+{
+    const bool open = model_.state().isExpanded();
+    if (std::exchange(open_, open) == open)
+        return;
+    release_ = open ? DelayedWork{} : mainQueue_.after(releaseDelay, releaseFontPages);
 }
 
 void NotchStage::orderFront()

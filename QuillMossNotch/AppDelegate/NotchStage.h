@@ -5,6 +5,7 @@
 
 #include "AppDelegate/DecisionWatch.h"
 #include "AppModel/AppModel.h"
+#include "Foundation/MainQueue.h"
 #include "NotchPanel/HitRefresh.h"
 #include "NotchPanel/LayoutPass.h"
 #include "NotchPanel/NotchPanel.h"
@@ -42,7 +43,10 @@ public:
     void stop() { animator_.stop(); }
 
 private:
+    void releaseWhenClosed();
+
     AppModel& model_;
+    MainQueue& mainQueue_;
     NotchPanel panel_;
     NotchView& view_; // The panel's content.
     VerticalRevealAnimator animator_;
@@ -52,6 +56,8 @@ private:
     LayoutPass layoutPass_;
     DecisionWatch decisionWatch_;
     SessionLock sessionLock_;
+    bool open_ = true; // As of the last pass; the launch counts as a closing.
+    DelayedWork release_;
 };
 
 } // namespace notch
