@@ -11,7 +11,7 @@ namespace notch {
 // accessibility interface, the toolkit.
 enum class WindowMode : std::uint8_t {
     resident,
-    renderCompletionPreview, // Its picture's path is the argument behind its flag, and exists.
+    renderCompletionPreview, // The argument after its flag, which is there, is the picture's path.
     renderQuestionPreview, // The same.
     uiSelfTest,
     nativeDiagnose,

@@ -106,7 +106,7 @@ template <class Item> Roots window(std::size_t nodes, Item makeItem, Roots cards
     roots[0].frame = ScreenRect{0, 0, 2000, 2000};
     for (std::size_t made = 30; made + 7 <= nodes; made += 7)
         roots[0].children.push_back(makeItem(tree));
-    // Deep, and behind everything else.
+    // Deep, and after everything else.
     auto* bottom = &roots[0];
     for (std::size_t level = 0; level < 20; ++level) {
         bottom->children.push_back(tree.node(role::group));

@@ -19,7 +19,7 @@ public:
     // Run on a thread of the bridge, one at a time, in order; never on the main thread.
     struct Callbacks {
         std::function<void(ApprovalRequest)> onRequest;
-        // For every request that reached onRequest, after it, however it ended.
+        // Follows onRequest once for every request, in whatever way the request ended.
         std::function<void(std::string id)> onRemoval;
         // At most once a start: the socket's path was removed or replaced, so that no hook can
         // reach this bridge any more. Requests that wait already are not affected.

@@ -19,9 +19,9 @@ namespace notch {
 namespace {
 
 constexpr int backlog = 32;
-constexpr Seconds requestTimeout{5}; // For a hook's line, from its connection on.
+constexpr Seconds requestTimeout{5}; // From a hook's connection to the end of its line.
 constexpr Seconds replyTimeout{1};
-constexpr Seconds shortagePause{0.1}; // Memory that is short now may be there again soon.
+constexpr Seconds shortagePause{0.1}; // Before the next try when memory is short.
 
 // A descriptor that becomes readable when the wall clock reaches the date, also when the clock is
 // set meanwhile (timerfd_create(2)). Invalid when the system has none left.
@@ -228,7 +228,7 @@ std::optional<Decision> ApprovalServer::settle(const Connection& connection)
 void ApprovalServer::reply(const Connection& connection, Decision decision) const
 {
     if (decision == Decision::passthrough)
-        return; // Closing says it.
+        return; // The closed connection is the answer.
     const DecisionReply reply{.id = connection.idOnWire, .decision = decision};
     const FrameLimits limits{.deadline = Uptime::now() + replyTimeout, .stop = &*stopping_};
     writeFrame(connection.socket, reply.serialize(), limits);
@@ -238,7 +238,7 @@ void ApprovalServer::end(Connection& connection) noexcept
 {
     {
         const std::lock_guard lock(lock_);
-        // Nobody was told of a request that was not admitted.
+        // The model knows only of requests that were admitted.
         if (requests_.leave(connection.token))
             callbackQueue_.async(std::move(connection.removal));
     }

@@ -23,7 +23,7 @@ std::optional<Decision> parseDecision(std::string_view word);
 
 // The server's one line to a hook.
 struct DecisionReply {
-    std::string id; // Of the request that is answered.
+    std::string id; // The answered request's.
     Decision decision = Decision::passthrough;
 
     bool operator==(const DecisionReply&) const = default;

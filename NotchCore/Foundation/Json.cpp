@@ -86,7 +86,7 @@ public:
     }
 
 private:
-    // A container of which a part is written.
+    // A container that is partly written.
     struct Open {
         const Json::Array* array = nullptr; // Either this or `object`.
         const Json::Object* object = nullptr;
@@ -98,7 +98,7 @@ private:
         bool isAtEnd() const { return array ? element == array->size() : member == object->end(); }
     };
 
-    // All of a value but a container's elements.
+    // Writes the value, but of a container only what opens it.
     void begin(const Json& value)
     {
         if (const auto* boolean = value.boolean())

@@ -38,7 +38,7 @@ private:
     // The first block is small: most texts are, and a hook process would pay for the rest.
     std::size_t nextLength() const { return blocks_.empty() ? 32 : 1024; }
 
-    std::vector<std::vector<T>> blocks_; // None is empty.
+    std::vector<std::vector<T>> blocks_; // No block is empty.
 };
 
 // Builds values from the parser's events, children before their container.

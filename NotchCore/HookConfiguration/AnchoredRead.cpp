@@ -33,7 +33,8 @@ UniqueFd openForSearch(const FileSystem& files, int parent, const char* piece)
                           : UniqueFd();
 }
 
-// The last directory is read, too: otherwise a rename in it could not be brought to the disk.
+// The last directory is opened for reading: fsync(2), which brings a rename in it to the disk,
+// refuses an O_PATH descriptor.
 enum class Position { onTheWay, last };
 
 // The directory `piece` below `parent`, made first where that is wanted. On failure errno says why.

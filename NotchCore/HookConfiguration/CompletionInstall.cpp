@@ -28,7 +28,7 @@ bool isCompletionCommand(std::string_view command)
 
 bool isUnchangedGroup(std::string_view, const Json::Object& group)
 {
-    return group.size() == 1; // "hooks".
+    return group.size() == 1; // The key "hooks".
 }
 
 constexpr OwnedHooks completionHooks{
@@ -47,7 +47,7 @@ Json::Object groupsOf(const std::string& command)
     return groups;
 }
 
-// One own hook in the event, and it is this one.
+// The event has exactly one own hook, and that is the wanted one.
 bool isInstalled(const Json& hooks, std::string_view event, const std::string& wanted)
 {
     const auto* groups = hooks.member(event);
@@ -90,7 +90,7 @@ bool HookInstaller::completionInstalled(
     const Json root = validateSettings(snapshot.data);
     const auto* hooks = root.member("hooks");
     if (hooks)
-        prune(*hooks->object(), completionHooks); // Only for its failure on an edited entry.
+        prune(*hooks->object(), completionHooks); // Called only to fail on an edited entry.
     verifyUnchanged(*location, snapshot);
     return hooks && std::ranges::all_of(events, [&](const auto event) {
         return isInstalled(*hooks, event, command);

@@ -103,8 +103,8 @@ bool isTemporaryName(const Location& location, std::string_view name)
     return id && id->text() == name;
 }
 
-// A temporary file lives under the lock, so that one that is there when the lock is taken was left
-// by a process that was killed. It holds a copy of the settings.
+// Temporary files exist only while the lock is held. One that is there when the lock is taken was
+// left by a killed process, and holds a copy of the settings.
 void removeLeftovers(const Location& location)
 {
     const auto& files = location.files();
@@ -113,7 +113,7 @@ void removeLeftovers(const Location& location)
             files.unlinkat(location.directory(), name.c_str());
 }
 
-// The new bytes under a name of their own. The name is gone in the end, whatever happens.
+// The new bytes in a temporary file, whose name is removed in every case.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const Location& location)
@@ -136,8 +136,8 @@ public:
     {
         std::int64_t written = 0;
         writeSettings(document, [&](std::string_view piece) {
-            // The uniform layout may be longer than what was read, and then nobody could read it
-            // again.
+            // The uniform layout may be longer than the text that was read. A file beyond the limit
+            // could never be read again.
             written += static_cast<std::int64_t>(piece.size());
             if (written > maximumConfigurationBytes)
                 throw Failure(installerWording.tooLarge);

@@ -99,7 +99,7 @@ Findings findOwnEntries(const Json::Object& hooks, const Expected& expected)
     return findings;
 }
 
-// The first row that holds.
+// The first row that holds gives the verdict.
 SettingsHookConfiguration verdict(const Findings& findings)
 {
     const auto result = [&](State state, const char* detail) {

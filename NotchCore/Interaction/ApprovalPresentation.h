@@ -24,7 +24,7 @@ struct ApprovalPresentation {
     bool hasAdditionalParameters = false; // The input has keys beyond those already shown.
 
     explicit ApprovalPresentation(const ApprovalRequest& request);
-    // The same for whoever has read the request's input already, by inputOf().
+    // The same for a caller that has already read the request's input by inputOf().
     ApprovalPresentation(const ApprovalRequest& request, const Json& input);
 
     // The tool's input as an object, which is empty where the text is none.

@@ -13,7 +13,7 @@ using Reason = CompletionEvent::Reason;
 
 bool isAlive(const CompletionReminder& reminder, Date now)
 {
-    // A clock that was set back gives a negative age: how old it really is, nobody knows.
+    // A clock that was set back gives a negative age, and the real age is unknown.
     const auto age = now - reminder.receivedAt;
     return age >= Seconds::zero() && age < CompletionReminderState::lifetime;
 }
@@ -57,7 +57,7 @@ void CompletionReminderState::observeStart(const CompletionEvent& event, std::in
     const auto turn = turns_.find(event.sessionID);
     const bool known = turn != turns_.end();
     if (known && event.observedAt < turn->second.lastAt)
-        return; // Late: it must not disturb a newer state.
+        return; // A start that comes late must not disturb a newer state.
     if (!event.generationID) {
         closeTurn(event);
         return;
@@ -97,7 +97,7 @@ void CompletionReminderState::observeEnd(
         || event.observedAt < turn.lastAt)
         return;
 
-    turn.ended = true; // Consumed, whatever follows: no duplicate can revive it.
+    turn.ended = true; // The turn is consumed: no duplicate can revive it.
     turn.lastAt = event.observedAt;
     removeReminders(event.sessionID);
     if (event.reason != Reason::completed || !background || queuedCount() >= mostReminders)

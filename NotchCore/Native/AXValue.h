@@ -47,7 +47,7 @@ struct AXSize {
     double height = 0;
     bool operator==(const AXSize&) const = default;
 };
-// Stands in the place of an attribute that could not be read.
+// Takes the place of an attribute that could not be read.
 struct AXError {
     static constexpr int noValue = -25212;
     static constexpr int attributeUnsupported = -25205;

@@ -37,7 +37,7 @@ public:
     // This process may read other programs' windows at this moment.
     virtual bool isProcessTrusted() = 0;
 
-    // The element that stands for a whole process.
+    // The element that represents a whole process.
     virtual std::optional<AXElement> application(std::int32_t pid) = 0;
     // Tells the program that its windows are being read, for those that build their tree only then.
     // Once a scan; whether it helped shows in what is read.

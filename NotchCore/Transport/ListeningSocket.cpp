@@ -54,7 +54,7 @@ Result<ListeningSocket, TransportError> ListeningSocket::open(SocketPath place, 
     if (::listen(listening.socket_.get(), backlog) != 0
         || ::chmod(listening.place_.path().c_str(), socketMode) != 0)
         return systemFailure();
-    listening.watch_.clear(); // Of what it did itself.
+    listening.watch_.clear(); // What this function changed itself is no news.
     return listening;
 }
 
@@ -70,7 +70,7 @@ ListeningSocket::~ListeningSocket()
 {
     if (!socket_.valid())
         return; // Moved from.
-    // The socket is still open, so no other file can have its inode by now.
+    // While the socket is open, no other file can get its inode.
     place_.remove(identity_);
 }
 

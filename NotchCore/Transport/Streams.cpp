@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t readBytes = 8192;
 
-// After a read or write that failed: waits for the descriptor where that is all that is missing.
+// After a failed read or write. Waits for the descriptor if it was only not ready.
 bool mayTryAgain(int descriptor, short event)
 {
     if (errno == EINTR)

@@ -11,8 +11,8 @@
 
 namespace notch {
 
-// Whole reads and writes of a process's standard streams, which the one who starts the process may
-// have made non-blocking. The descriptors are borrowed.
+// Whole reads and writes of a process's standard streams, which may be non-blocking: the process
+// that started this one decides that. The descriptors are borrowed.
 
 // Everything to the end of file; nothing when that is more than `maximumBytes`, cannot be read, or
 // has not come by the deadline, if there is one.

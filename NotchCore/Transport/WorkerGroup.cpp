@@ -35,7 +35,7 @@ void WorkerGroup::wait()
         }
         if (workers.empty())
             return;
-        join(workers); // One of these may start another meanwhile.
+        join(workers); // A worker may start another one meanwhile.
     }
 }
 
@@ -57,7 +57,7 @@ bool WorkerGroup::launch(Work work)
     std::list<Worker> one;
     try {
         auto& worker = one.emplace_back();
-        const std::lock_guard lock(mutex_); // No wait() overlooks a thread that runs.
+        const std::lock_guard lock(mutex_); // So that no wait() overlooks a running thread.
         worker.thread = std::thread([&worker, work = std::move(work)] {
             work();
             worker.finished = true;

@@ -18,7 +18,7 @@ using Reason = CompletionEvent::Reason;
 
 constexpr std::size_t longestToken = 256;
 
-// Not isalnum(3), which asks the locale.
+// isalnum(3) would depend on the locale.
 bool isSafe(char character)
 {
     return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z')

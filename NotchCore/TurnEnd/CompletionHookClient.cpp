@@ -11,7 +11,7 @@
 namespace notch {
 namespace {
 
-constexpr Seconds inputTimeout{0.3}; // From the start to the end of file, however it comes.
+constexpr Seconds inputTimeout{0.3}; // From the start to the end of file.
 constexpr Seconds connectTimeout{0.08};
 constexpr Seconds writeTimeout{0.12};
 

@@ -66,7 +66,7 @@ void CompletionServer::acceptEvents(const ListeningSocket& listening, const OnEv
             if (auto event = connection ? readEvent(*connection) : std::nullopt)
                 callbacks_.async([onEvent, event = std::move(*event)] { onEvent(event); });
         } catch (const std::bad_alloc&) {
-            // This event is lost, which the channel may do; the next one need not be.
+            // The channel may lose an event; the next one need not be lost.
         }
     }
 }

@@ -14,7 +14,7 @@
 namespace notch {
 namespace {
 
-// Nobody listens to more before deciding where to look; the block itself has the whole.
+// Long enough to recognise the command; the block of text has the whole.
 constexpr std::size_t longestCommand = 200;
 constexpr std::string_view armedText = "可以选择";
 constexpr std::string_view pause = "。";
@@ -40,7 +40,7 @@ std::string spokenReceipt(const NotchInteraction& interaction)
     return std::string(content.title).append(pause).append(content.note);
 }
 
-// Empty: nothing that is worth a word.
+// Empty when there is nothing to announce.
 std::string matterOf(const AppModelState& state)
 {
     switch (displayState(state)) {

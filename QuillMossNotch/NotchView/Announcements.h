@@ -20,7 +20,7 @@ public:
 
 private:
     std::string matter_; // What was told last, by a name that differs for each.
-    bool armedTold_ = false; // Of the same.
+    bool armedTold_ = false; // The arming of that matter.
 };
 
 } // namespace notch

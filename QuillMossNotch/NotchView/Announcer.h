@@ -9,9 +9,9 @@
 
 namespace notch {
 
-// Says something to a screen reader whoever has the keyboard: a notification that nobody sees,
-// whose coming into view readers speak. This toolkit's version has no event for announcements, and
-// the readers of its time know none.
+// Says something to a screen reader, no matter which window has the keyboard: an unseen
+// notification, which readers speak when it appears. This toolkit's version has no event for
+// announcements, and the readers of its time know none.
 class Announcer final : public QWidget {
 public:
     explicit Announcer(QWidget* parent);

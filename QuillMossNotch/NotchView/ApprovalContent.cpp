@@ -40,7 +40,7 @@ std::string_view headerOfDetails(const ApprovalRequest& request, const Json& inp
     return request.isNative() || request.toolName == "Bash" ? "完整命令" : "工具参数";
 }
 
-// Where a hook's request comes from.
+// What is said around a hook's request.
 void describeHook(ApprovalContent& content, const ApprovalRequest& request)
 {
     const auto directory = visibleText(request.cwd, Lines::one);
@@ -55,7 +55,7 @@ void describeHook(ApprovalContent& content, const ApprovalRequest& request)
     content.positiveText = "允许本次";
 }
 
-// And a card of the host's own window.
+// What is said around a card of the host's own window.
 void describeNative(ApprovalContent& content, const ApprovalRequest& request)
 {
     content.banner = "原生安全确认 · 只点击当前这张卡，不更改权限策略";

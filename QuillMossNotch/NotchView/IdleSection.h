@@ -15,7 +15,7 @@ namespace notch {
 class ActionButton;
 class TextLine;
 
-// The open notch while nothing waits: how things stand, and the next step.
+// The open notch while nothing waits: the state of the service, and the next step.
 class IdleSection final : public QWidget {
 public:
     IdleSection(AppModel& model, QWidget* parent);

@@ -18,9 +18,9 @@ namespace {
 
 constexpr double cornerRadius = 9;
 constexpr int padding = 14;
-constexpr int scrollBar = 20; // At most, and there at all times.
+constexpr int scrollBar = 20; // The widest; its room is kept free at all times.
 
-// With more room round its words than styles give.
+// A button with more room round its words than styles give.
 class RoomyButton final : public QPushButton {
 public:
     using QPushButton::QPushButton;

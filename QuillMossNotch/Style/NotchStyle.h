@@ -30,16 +30,16 @@ inline constexpr QColor text{0xFF, 0xFF, 0xFF};
 // White at an opacity, as every secondary text and every fill of the surface is.
 QColor white(double opacity);
 
-// Round what has the keyboard.
+// The ring round the control that has the keyboard.
 void paintFocusRing(QPainter& painter, const QRectF& rectangle, double radius);
 
-// Narrow and without arrows.
+// Makes the bar narrow and takes its arrows away.
 void makeQuiet(QScrollBar& bar);
 inline constexpr int scrollBarWidth = 8;
 
 // Sans serif with Chinese glyphs of the simplified forms, whatever the desktop's language.
 QFont font(int size, QFont::Weight weight = QFont::Normal);
-// The same, every Latin letter of one width.
+// The same with Latin letters of one width.
 QFont monospaced(int size);
 
 } // namespace style

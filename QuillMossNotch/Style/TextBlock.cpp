@@ -113,8 +113,8 @@ QSize TextBlock::sizeHint() const
     return {usualWidth, heightForWidth(std::max(width(), usualWidth))};
 }
 
-// Lays out what is to be seen, and brings the scroll bar into line: rows turn out to be more or
-// fewer than estimated, and then others are to be seen.
+// Lays out the visible rows and corrects the scroll bar, until both agree: a text may turn out to
+// have more or fewer rows than estimated, and then other rows are visible.
 void TextBlock::settle()
 {
     fitRows(width());

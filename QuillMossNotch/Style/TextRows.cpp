@@ -15,7 +15,7 @@ namespace {
 
 constexpr int longestPiece = 600;
 constexpr std::size_t mostLaidOut = 64;
-constexpr double continuationIndent = 9; // No number of blanks is as wide.
+constexpr double continuationIndent = 9; // Differs from the width of any number of blanks.
 constexpr QChar leftToRightOverride{0x202D};
 constexpr char16_t firstRightToLeft = 0x0590;
 

@@ -17,8 +17,8 @@ class QPainter;
 namespace notch {
 
 // A text of any length as rows of one height, broken at one width. Only the rows that are asked for
-// are laid out; the number of all others is estimated until they are. Characters stand in the order
-// in which they are stored, whatever their script. A row that continues a line is indented a
+// are laid out; the number of all others is estimated until they are. Characters are drawn in the
+// order in which they are stored, whatever their script. A row that continues a line is indented a
 // little, so that it cannot be taken for a line of its own.
 //
 // Positions count UTF-16 units from the text's beginning; rows and heights are in points from the
@@ -70,7 +70,7 @@ private:
     double usualWidth_; // Of a letter.
     QString text_;
     double width_ = 0;
-    std::vector<Piece> pieces_{{}, {1, 1}}; // One more stands for the end.
+    std::vector<Piece> pieces_{{}, {1, 1}}; // One more marks the end.
     std::map<int, std::unique_ptr<QTextLayout>> laidOut_; // The pieces used last.
 };
 

@@ -31,13 +31,13 @@ std::optional<std::string_view> commonLabel(const std::vector<std::string>& text
     return common;
 }
 
-// Neither shows text nor has anything below it that could.
+// The node shows no text, and nothing below it could.
 bool isSilentLeaf(const NativeApprovalNode& node)
 {
     return node.children.empty() && !node.is(role::staticText);
 }
 
-// A node on the way from a button down, and what the part of its subtree read so far shows.
+// A node in a button's subtree, and what the part of its own subtree that was read so far shows.
 struct ShownBelow {
     const NativeApprovalNode* node = nullptr;
     std::size_t parent = 0;
@@ -47,7 +47,7 @@ struct ShownBelow {
 std::vector<ShownBelow> nodesBelow(const NativeApprovalNode& button)
 {
     std::vector<ShownBelow> nodes;
-    std::vector<std::size_t> open; // The places of the last node and of what it is in.
+    std::vector<std::size_t> open; // Indices of the last node and its ancestors.
     for (PreOrderWalk walk({&button, 1}); const auto* node = walk.next();) {
         open.resize(walk.depth());
         nodes.push_back({.node = node, .parent = open.empty() ? 0 : open.back()});
@@ -63,7 +63,7 @@ std::optional<std::string_view> ButtonLabels::of(const NativeApprovalNode& butto
     if (!button.isTextless())
         return commonLabel(button.texts);
     if (std::ranges::all_of(button.children, isSilentLeaf))
-        return std::nullopt; // A button of an image: most textless ones.
+        return std::nullopt; // Most textless buttons hold an image only.
     while (!ahead_.empty() && ahead_.back().button != &button)
         ahead_.pop_back();
     if (ahead_.empty())

@@ -13,8 +13,8 @@ namespace notch {
 
 // The labels of the buttons of one scan: allowLabel, denyLabel or nothing. A button with texts of
 // its own must say the same label with each of them. A button without any shows what all static
-// text under it says, joined with blanks. Buttons may stand inside buttons; each element is read
-// for its text once all the same, so that asking every button of a tree costs time linear in it.
+// text under it says, joined with blanks. Buttons may contain buttons; each element is still
+// read for its text only once, so that asking every button of a tree costs time linear in it.
 class ButtonLabels {
 public:
     // Buttons must be asked for in pre-order; some may be left out.

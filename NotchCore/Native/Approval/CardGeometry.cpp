@@ -9,7 +9,7 @@
 namespace notch {
 namespace {
 
-// Pixel rounding of the host.
+// The host rounds to pixels.
 constexpr double tolerance = 2;
 
 bool isNear(double a, double b)

@@ -12,7 +12,7 @@ namespace notch {
 // Title, risk, command, allow button, deny button of a flattened card.
 using CardRow = std::array<const NativeApprovalNode*, 5>;
 
-// The five stand on screen as the host lays out its card: two equal buttons, deny below allow;
+// The five are placed on screen as the host lays out its card: two equal buttons, deny below allow;
 // title and risk on one line; the command between that line and the buttons.
 bool hasCardGeometry(const CardRow& nodes);
 

@@ -31,7 +31,7 @@ bool isCardGroup(const NativeApprovalNode& candidate)
 {
     if (!candidate.is(role::group))
         return false;
-    // Before anything that would walk a larger tree.
+    // The size comes first: all other tests walk the whole tree.
     const auto nodes = flattenNodes({&candidate, 1}, maxCardNodes);
     if (!nodes)
         return false;

@@ -30,7 +30,7 @@ std::optional<std::string_view> normalizedButtonLabel(std::string_view text)
     static const Pattern allow(R"(^(?:1[\s.、：:]*)?允许本次删除$)");
     static const Pattern deny(R"(^(?:2[\s.、：:]*)?取消删除$)");
     if (!holds(text, allowLabel) && !holds(text, denyLabel))
-        return std::nullopt; // Neither pattern can match: nearly every button of a window.
+        return std::nullopt; // Neither pattern can match, as for nearly every button of a window.
     if (hasUnsafeScalars(text))
         return std::nullopt;
     const auto label = trimmed(text);
@@ -47,7 +47,7 @@ bool isCompleteCommand(std::string_view text)
         return false;
     if (text.size() > maxCommandBytes)
         return false;
-    // An ellipsis of any kind may stand for what is not shown.
+    // An ellipsis of any kind may hide a part of the text.
     if (holds(text, "\u2026"))
         return false;
     if (holds(text, "..."))

@@ -40,7 +40,7 @@ void ReducedText::prepend(ReducedText before)
 void ReducedText::add(char32_t scalar, std::string_view bytes)
 {
     const bool isMark = punctuation.find(scalar) != std::u32string_view::npos;
-    // Unsafe ones stay as they are and spoil the label.
+    // Unsafe characters stay as they are, so that the text is no label.
     const bool isBlank = isWhiteSpace(scalar) && !hasUnsafeScalars(bytes);
     if (!isMark && !isBlank) {
         text_ += bytes;

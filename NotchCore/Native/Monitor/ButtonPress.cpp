@@ -11,8 +11,7 @@
 namespace notch {
 namespace {
 
-// An attribute without a text says nothing against the button; whatever it does say must be the
-// label.
+// An attribute without a text is no objection; any text that it has must be the label.
 bool showsNothingElse(const std::optional<AXValue>& value, std::string_view label)
 {
     const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;

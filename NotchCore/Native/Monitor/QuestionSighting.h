@@ -38,7 +38,7 @@ private:
 
     QuestionFlowIdentity flow_;
     std::optional<Binding> binding_; // Where a question was seen last.
-    std::string token_; // Of that binding.
+    std::string token_; // The token of that binding.
 };
 
 } // namespace notch

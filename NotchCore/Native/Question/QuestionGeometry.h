@@ -13,7 +13,7 @@ namespace notch {
 // Title, previous, current, separator, total, next, skip.
 using QuestionHeaderFrames = std::array<ScreenRect, 7>;
 
-// Header and rows stand on screen as the host lays out its card: the title left of one line of
+// Header and rows are placed on screen as the host lays out its card: the title left of one line of
 // paging controls, the rows in one column below. All frames must be usable.
 bool hasQuestionGeometry(const QuestionHeaderFrames& header, std::span<const ScreenRect> rows,
     const ScreenRect& groupFrame);

@@ -28,7 +28,7 @@ bool isRowNumber(std::string_view text)
     return parsePage(text, maxRows).has_value();
 }
 
-// Number, label and image stand side by side on the row's middle line, near its ends.
+// Number, label and image are side by side on the row's middle line, near its ends.
 bool isLaidOutAsRow(const ScreenRect& row, const ScreenRect& number, const ScreenRect& label,
     const ScreenRect& image)
 {
@@ -100,7 +100,7 @@ bool showsPageMarker(const NativeApprovalNode& node)
     });
 }
 
-// Also true where it cannot be ruled out.
+// True also when the nodes are too many to be searched.
 bool hasPageMarker(Nodes nodes)
 {
     std::size_t walked = 0;

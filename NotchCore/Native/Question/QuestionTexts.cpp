@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t maxPageBytes = 3;
 constexpr std::ptrdiff_t maxLines = 16;
 
-// In lower case. What the host shows where a question is still to come, or that is none.
+// What the host shows in place of a question, in lower case.
 constexpr std::array<std::string_view, 17> rejectedTerms{previousLabel, nextLabel, skipLabel, "/",
     "发送", "send", "其他补充…", "其他补充...", "其他（输入你的答案）", "标题", "问题标题",
     "占位标题", "placeholder", "question title", "title", "loading", "加载中"};

@@ -207,7 +207,7 @@ std::optional<NativeApprovalNode> AccessibilityScan::readNode(
     if (!inBudget() || depth > scan::maxDepth)
         return incomplete();
     if (std::ranges::find(ancestors_, element) != ancestors_.end())
-        return incomplete(); // A circle.
+        return incomplete(); // The tree contains itself.
     ++read_.nodes;
     auto values = readValues(element);
     if (!values)

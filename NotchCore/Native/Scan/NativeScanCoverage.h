@@ -23,7 +23,7 @@ struct NativeScanCoverage {
     // That no question was seen may be believed.
     bool questionAbsenceComplete() const;
 
-    // What is known about the window that stands in for the host's empty list.
+    // What is known about the window that takes the place of the host's empty list.
     struct Fallback {
         int primaryWindowCount = -1;
         std::int32_t targetPID = 0;

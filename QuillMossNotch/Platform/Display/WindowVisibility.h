@@ -52,7 +52,7 @@ private:
     Changes changes_;
     PixelRect area_;
     Watch watch_ = Watch::off;
-    QRegion covered_; // Of the area; empty while nobody watches.
+    QRegion covered_; // A part of the area; empty while the watch is off.
 };
 
 } // namespace notch

@@ -71,7 +71,7 @@ void skipValue(Cursor& cursor, Type type)
         cursor.take(8);
         return;
     }
-    cursor.take(SIZE_MAX); // A type of which nobody knows the length.
+    cursor.take(SIZE_MAX); // An unknown type has an unknown length.
 }
 
 } // namespace

@@ -43,7 +43,7 @@ void ApplicationWatch::observe(std::function<void()> changed)
     readable_.emplace(xcb_get_file_descriptor(x_.connection()), QSocketNotifier::Read);
     QObject::connect(
         &*readable_, &QSocketNotifier::activated, &*readable_, [this] { handleEvents(); });
-    handleEvents(); // What came while the answers of the first look were read wakes nobody.
+    handleEvents(); // Events that came during the first look are queued already and wake no poll.
 }
 
 void ApplicationWatch::handleEvents()
