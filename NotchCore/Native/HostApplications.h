@@ -24,12 +24,6 @@ public:
     virtual ~HostApplications() = default;
     // Read anew at each call: whoever presses or activates something relies on it.
     virtual std::vector<HostApplication> running() const = 0;
-
-    // For those who sleep while there is no host to look at: a descriptor that is readable when
-    // running() may have changed, -1 where the desktop does not tell; and whether it may have since
-    // the last call. The descriptor tells only what this has not read yet.
-    virtual int changesDescriptor() const { return -1; }
-    virtual bool takeChanges() const { return false; }
 };
 
 } // namespace notch

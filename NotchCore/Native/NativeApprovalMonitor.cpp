@@ -7,18 +7,16 @@
 
 namespace notch {
 NativeApprovalMonitor::NativeApprovalMonitor(
-    AccessibilityTrust& trust, MonitorDependencies dependencies, Seconds interval)
+    AccessibilityTrust& trust, MonitorDependencies dependencies, Rhythm rhythm)
     : trust_(trust)
-    , monitor_(dependencies, [this](bool on) { queue_.setTicking(on); })
-    , queue_("quillmoss-notch.native-approval",
-          {.interval = interval,
-              .tick =
-                  [this] {
-                      monitor_.tick();
-                      return monitor_.mayRest();
-                  },
-              .changes = {.descriptor = dependencies.applications.changesDescriptor(),
-                  .take = [&host = dependencies.applications] { return host.takeChanges(); }}})
+    , monitor_(std::move(dependencies), [this](bool on) { queue_.setTicking(on); })
+    , queue_("quillmoss-notch.native-approval", {.interval = rhythm.interval,
+                                                    .tick =
+                                                        [this] {
+                                                            monitor_.tick();
+                                                            return monitor_.mayRest();
+                                                        },
+                                                    .changes = std::move(rhythm.changes)})
 {
 }
 

@@ -5,11 +5,13 @@
 
 #include "Foundation/Time.h"
 #include "Native/Accessibility.h"
+#include "Native/ChangeSource.h"
 #include "Native/Monitor/NativeMonitor.h"
 #include "Native/Monitor/TickingQueue.h"
 #include "Native/NativeApprovals.h"
 
 #include <string>
+#include <vector>
 
 namespace notch {
 
@@ -20,10 +22,15 @@ namespace notch {
 class NativeApprovalMonitor final : public NativeApprovals {
 public:
     static constexpr Seconds usualInterval{0.8};
+    struct Rhythm {
+        Seconds interval = usualInterval;
+        // Tell when there may be something to look at again. Without any the looks never pause.
+        std::vector<ChangeSource*> changes;
+    };
 
-    // Borrowed: `trust` by the caller's thread, everything in `dependencies` by the monitor's own.
-    NativeApprovalMonitor(AccessibilityTrust& trust, MonitorDependencies dependencies,
-        Seconds interval = usualInterval);
+    // Borrowed: `trust` by the caller's thread, everything else by the monitor's own.
+    NativeApprovalMonitor(
+        AccessibilityTrust& trust, MonitorDependencies dependencies, Rhythm rhythm);
     ~NativeApprovalMonitor() override;
 
     bool isTrusted() const override { return trust_.isProcessTrusted(); }

@@ -156,7 +156,7 @@ TEST_F(NativeMonitorTest, takesTheCardBackOnTheFirstPassThatDoesNotConfirmIt)
         {"twin", monitorText::severalInstances, false},
         {"front", monitorText::inFront, true},
         {"hidden", monitorText::hidden, false},
-        {"untrusted", monitorText::needsAccess, false},
+        {"untrusted", monitorText::needsAccess, true},
         {"fail attributes risk", monitorText::incomplete, false},
         {"show no card", monitorText::waiting, false},
         {"#risk => #risk -visible", monitorText::refusedCard, false},

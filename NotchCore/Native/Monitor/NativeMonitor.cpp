@@ -110,6 +110,7 @@ void NativeMonitor::tick()
             removeActive();
         if (lifecycle_.isCurrent(epoch))
             setStatus(monitorText::needsAccess);
+        mayRest_ = true;
         return;
     }
     const auto pass = Snapshot::take(

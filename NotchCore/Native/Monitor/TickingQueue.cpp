@@ -4,7 +4,6 @@
 #include "Native/Monitor/TickingQueue.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdint>
 #include <future>
@@ -24,8 +23,10 @@ constexpr std::size_t longestThreadName = 15; // pthread_setname_np(3)
 TickingQueue::TickingQueue(const std::string& name, Ticks ticks)
     : ticks_(std::move(ticks))
     , wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
-    , thread_([this] { run(); })
 {
+    for (auto* const source : ticks_.changes)
+        source->changesDescriptor(); // From here on; a change during the first tick counts.
+    thread_ = std::thread([this] { run(); });
     ::pthread_setname_np(thread_.native_handle(), name.substr(0, longestThreadName).c_str());
 }
 
@@ -108,21 +109,34 @@ bool TickingQueue::tickIfDue()
         return false;
     due_ = Uptime::now() + ticks_.interval;
     const bool mayRest = ticks_.tick();
-    resting_ = ticking_ && mayRest && ticks_.changes.descriptor >= 0;
+    resting_ = ticking_ && mayRest;
     return true;
 }
 
 void TickingQueue::wait()
 {
-    if (ticks_.changes.take && ticks_.changes.take())
-        resting_ = false;
-    std::array waited{pollfd{wake_.get(), POLLIN, 0}, pollfd{ticks_.changes.descriptor, POLLIN, 0}};
+    std::vector<pollfd> waited{{wake_.get(), POLLIN, 0}};
     // While ticks are due anyway, changes need not wake anyone.
-    ::poll(waited.data(), resting_ ? 2 : 1, waitingTime());
+    if (resting_ && !takeChanges())
+        for (auto* const source : ticks_.changes)
+            waited.push_back({source->changesDescriptor(), POLLIN, 0});
+    resting_ = waited.size() > 1
+            && std::ranges::all_of(waited, [](const pollfd& source) { return source.fd >= 0; });
+    ::poll(waited.data(), waited.size(), waitingTime());
     std::uint64_t woken = 0;
     [[maybe_unused]] const auto read = ::read(wake_.get(), &woken, sizeof woken);
-    if (resting_ && (waited[1].revents & (POLLHUP | POLLERR)) != 0)
-        resting_ = false; // The desktop is gone, and tells nothing any more.
+    if (std::ranges::any_of(waited,
+            [](const pollfd& source) { return (source.revents & (POLLHUP | POLLERR)) != 0; }))
+        resting_ = false; // It is gone, and tells nothing any more.
+}
+
+// Of each source, so that none tells again of what has been seen.
+bool TickingQueue::takeChanges()
+{
+    bool changed = false;
+    for (auto* const source : ticks_.changes)
+        changed = source->takeChanges() || changed;
+    return changed;
 }
 
 int TickingQueue::waitingTime() const

@@ -5,12 +5,14 @@
 
 #include "Foundation/Time.h"
 #include "Foundation/UniqueFd.h"
+#include "Native/ChangeSource.h"
 
 #include <deque>
 #include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace notch {
 
@@ -21,17 +23,11 @@ class TickingQueue {
 public:
     using Work = std::function<void()>;
 
-    // What may end a rest.
-    struct Changes {
-        int descriptor = -1; // Readable when there may be one; -1: there is no rest.
-        // Whether there was one since the last call; the descriptor tells only what this has not
-        // read yet.
-        std::function<bool()> take;
-    };
     struct Ticks {
         Seconds interval{};
         std::function<bool()> tick; // True: the queue may rest.
-        Changes changes;
+        // What may end a rest; where one of them does not tell, there is none. Borrowed.
+        std::vector<ChangeSource*> changes;
     };
 
     TickingQueue(const std::string& name, Ticks ticks);
@@ -51,6 +47,7 @@ private:
     bool runNext();
     bool tickIfDue();
     void wait();
+    bool takeChanges();
     int waitingTime() const;
 
     const Ticks ticks_;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Native/Accessibility.h"
+#include "Native/ChangeSource.h"
 #include "Platform/Accessibility/AtspiNode.h"
 #include "Platform/Accessibility/Bus.h"
 #include "Platform/Accessibility/DesktopTrust.h"
@@ -22,7 +23,7 @@ namespace notch {
 
 // The windows of the desktop's programs through AT-SPI 2, with a connection of its own. Which of a
 // program's frames are windows, and which of them are minimised, the window manager knows.
-class AtspiAccessibility final : public Accessibility {
+class AtspiAccessibility final : public Accessibility, public ChangeSource {
 public:
     // Borrowed; used on the same thread.
     explicit AtspiAccessibility(const RunningApplications& applications);
@@ -38,6 +39,9 @@ public:
     bool press(const AXElement& element) override;
     void prefetch(const AXElement& window, const ScreenRect& frame, Uptime deadline) override;
     void forget() override;
+    // Of isProcessTrusted() alone.
+    int changesDescriptor() override { return trust_.changesDescriptor(); }
+    bool takeChanges() override { return trust_.takeChanges(); }
 
 private:
     bool connect();

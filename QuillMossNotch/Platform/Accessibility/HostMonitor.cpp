@@ -18,7 +18,8 @@ constexpr Seconds launcherPatience{0.25};
 class HostMonitor final : public NativeApprovals {
 public:
     HostMonitor(const Clock& clock, Seconds interval)
-        : monitor_(trust_, {accessibility_, applications_, clock, sha256}, interval)
+        : monitor_(trust_, {accessibility_, applications_, clock, sha256},
+            {.interval = interval, .changes = {&applications_, &accessibility_}})
     {
     }
 

@@ -127,7 +127,7 @@ std::vector<HostApplication> RunningApplications::running() const
     return applications;
 }
 
-int RunningApplications::changesDescriptor() const
+int RunningApplications::changesDescriptor()
 {
     if (!x_.isConnected())
         return -1;
@@ -137,7 +137,7 @@ int RunningApplications::changesDescriptor() const
     return xcb_get_file_descriptor(x_.connection());
 }
 
-bool RunningApplications::takeChanges() const
+bool RunningApplications::takeChanges()
 {
     bool changed = false;
     using Event = x11::Reply<xcb_generic_event_t>;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "Native/ChangeSource.h"
 #include "Native/HostApplications.h"
 #include "Native/Tree/ScreenRect.h"
 #include "Platform/RunningApplications/XClient.h"
@@ -17,7 +18,7 @@ namespace notch {
 // process is the host's when one of its windows has the host's class or GTK application id; which
 // process that is, the X server knows. Has a connection of its own, and so may be used on any one
 // thread. Without an X server or a window manager there are none.
-class RunningApplications final : public HostApplications {
+class RunningApplications final : public HostApplications, public ChangeSource {
 public:
     // `classes`: names of the host's windows, in whatever letter case. An empty display means
     // $DISPLAY.
@@ -26,8 +27,8 @@ public:
     bool isConnected() const { return x_.isConnected(); }
     std::vector<HostApplication> running() const override;
     // The list of windows and the active window, from the first call on.
-    int changesDescriptor() const override;
-    bool takeChanges() const override;
+    int changesDescriptor() override;
+    bool takeChanges() override;
 
     // Every managed window, of whatever process.
     struct Managed {
