@@ -18,6 +18,7 @@ constexpr auto application = "org.a11y.atspi.Application";
 constexpr auto action = "org.a11y.atspi.Action";
 constexpr auto properties = "org.freedesktop.DBus.Properties";
 constexpr int maxActions = 16;
+constexpr int mostStale = 512; // Messages; far more than the answers that a scan gives up.
 
 const AXElement registry{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"};
 
@@ -60,7 +61,9 @@ bool AtspiAccessibility::connect()
 
 bool AtspiAccessibility::isProcessTrusted()
 {
-    return trust_.isProcessTrusted() && connect();
+    const bool isEnabled = trust_.isProcessTrusted();
+    isUnreachable_ = isEnabled && !connect();
+    return isEnabled && !isUnreachable_;
 }
 
 bus::Message AtspiAccessibility::call(
@@ -86,15 +89,29 @@ std::optional<AXElements> AtspiAccessibility::children(const AXElement& element)
     return node.failed ? std::nullopt : std::optional(std::move(node.children));
 }
 
+// Answers that came too late, and whatever else has come meanwhile. False: there is no end of them.
+bool AtspiAccessibility::dropStale()
+{
+    for (int i = 0; i < mostStale; ++i)
+        if (!connection_ || sd_bus_process(connection_.get(), nullptr) <= 0)
+            return true;
+    return false;
+}
+
 std::optional<AXElement> AtspiAccessibility::application(std::int32_t pid)
 {
-    // Answers that came too late, and whatever else has come meanwhile.
-    while (connection_ && sd_bus_process(connection_.get(), nullptr) > 0) { }
+    if (!dropStale()) {
+        connection_.reset(); // Whoever floods it does not know the next one's name.
+        return std::nullopt;
+    }
     const auto programs = children(registry);
     if (!programs)
         return std::nullopt;
     std::optional<AXElement> found;
+    const auto deadline = Uptime::now() + callTimeout; // What it has learned by then stays.
     for (const auto& program : *programs) {
+        if (Uptime::now() > deadline)
+            return std::nullopt;
         if (pidOf(program) != pid)
             continue;
         if (found)
@@ -228,15 +245,19 @@ void AtspiAccessibility::forget()
 
 std::optional<int> AtspiAccessibility::pressAction(const AXElement& element)
 {
+    const auto deadline = Uptime::now() + callTimeout; // Of all names together.
     const auto reply = callProperty(element, action, "NActions");
     int count = 0;
     if (!reply || sd_bus_message_read(reply.get(), "v", "i", &count) <= 0)
         return std::nullopt;
     auto* const bus = connection_.get();
     for (int index = 0; index < std::min(count, maxActions); ++index) {
-        const auto name = bus::text(bus::call(
-            bus, bus::request(bus, object(element), action, "GetName", "i", index), callTimeout));
-        if (name && presses(*name))
+        const auto name = bus::text(
+            bus::call(bus, bus::request(bus, object(element), action, "GetName", "i", index),
+                deadline - Uptime::now()));
+        if (!name)
+            return std::nullopt;
+        if (presses(*name))
             return index;
     }
     return std::nullopt;
@@ -244,14 +265,17 @@ std::optional<int> AtspiAccessibility::pressAction(const AXElement& element)
 
 std::optional<std::vector<std::string>> AtspiAccessibility::actionNames(const AXElement& element)
 {
-    if (!pressAction(element))
+    const auto index = pressAction(element);
+    if (!index)
         return std::nullopt;
+    pressAction_ = {element, *index};
     return std::vector{std::string(ax::press)};
 }
 
 bool AtspiAccessibility::press(const AXElement& element)
 {
-    const auto index = pressAction(element);
+    const auto known = std::exchange(pressAction_, {});
+    const auto index = known.first == element ? known.second : pressAction(element);
     auto* const bus = connection_.get();
     int delivered = 0;
     const auto reply =

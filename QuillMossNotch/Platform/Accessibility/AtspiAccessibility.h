@@ -18,6 +18,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace notch {
 
@@ -39,12 +40,13 @@ public:
     bool press(const AXElement& element) override;
     void prefetch(const AXElement& window, const ScreenRect& frame, Uptime deadline) override;
     void forget() override;
-    // Of isProcessTrusted() alone.
-    int changesDescriptor() override { return trust_.changesDescriptor(); }
+    // Of isProcessTrusted() alone. Nothing tells when a bus that cannot be reached can be.
+    int changesDescriptor() override { return isUnreachable_ ? -1 : trust_.changesDescriptor(); }
     bool takeChanges() override { return trust_.takeChanges(); }
 
 private:
     bool connect();
+    bool dropStale();
     bus::Message call(const AXElement& element, const char* interface, const char* method);
     bus::Message callProperty(
         const AXElement& element, const char* interface, const char* property);
@@ -58,11 +60,13 @@ private:
     const RunningApplications& applications_;
     DesktopTrust trust_{callTimeout};
     bus::Connection connection_;
+    bool isUnreachable_ = false; // Though the desktop says that it is in use.
     std::map<std::string, std::int32_t> pids_; // By bus name, which is never given twice.
     std::optional<std::int32_t> target_; // The process that is being read.
     std::map<std::string, AtspiToolkit> toolkits_; // Of the programs met, by bus name.
     std::map<std::string, bool> minimized_; // The windows of the last list, by path.
     std::unique_ptr<TreeFetch> fetched_;
+    std::pair<AXElement, std::optional<int>> pressAction_; // Of the button looked at last.
 };
 
 } // namespace notch

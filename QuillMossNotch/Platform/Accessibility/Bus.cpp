@@ -36,8 +36,8 @@ bool isOpen(const Connection& connection)
 Message call(sd_bus* bus, const Message& request, Seconds timeout)
 {
     sd_bus_message* reply = nullptr;
-    if (!bus || !request
-        || sd_bus_call(bus, request.get(), microseconds(timeout), nullptr, &reply) < 0)
+    if (!bus || !request || timeout <= Seconds{0}
+        || sd_bus_call(bus, request.get(), microseconds(timeout) + 1, nullptr, &reply) < 0)
         return {};
     return Message(reply);
 }
