@@ -4,9 +4,8 @@
 #include "Platform/Accessibility/HostMonitor.h"
 
 #include "Native/Monitor/MonitorTexts.h"
-#include "support/ChildProcess.h"
 #include "support/HostTrees.h"
-#include "support/WaitUntil.h"
+#include "support/hosts/Host.h"
 #include "support/x11/OtherProgram.h"
 
 #include <gmock/gmock.h>
@@ -16,28 +15,6 @@
 
 namespace notch {
 namespace {
-
-// An agent's window, in another process on this test's desktop.
-class Host {
-public:
-    explicit Host(const std::string& program)
-        : process_(program)
-    {
-    }
-    void show(const std::string& tree) { tell("show\n" + tree + "."); }
-    // Also fails if a button was pressed that nobody has asked for.
-    void tell(const std::string& command)
-    {
-        process_.write(command + '\n');
-        EXPECT_EQ(process_.readLine(), "done\n") << command;
-    }
-    bool isNew() { return std::exchange(isNew_, false); }
-    std::string pressed() { return process_.readLine(); }
-
-private:
-    ChildProcess process_;
-    bool isNew_ = true;
-};
 
 // What the monitor says, from its own thread.
 class Heard {
@@ -108,22 +85,9 @@ protected:
                            .onQuestion = onQuestion},
             {.approvals = true});
     }
-    // Its window is there, and another one has the keyboard.
-    void inBackground(Host& host, const std::string& tree)
-    {
-        const auto isActive = [this] {
-            const auto running = applications.running();
-            return !running.empty() && running.back().isActive;
-        };
-        host.show(tree);
-        // A new window gets the keyboard, sooner or later.
-        EXPECT_TRUE(!host.isNew() || waitUntil(isActive));
-        applications.activate(::getpid());
-        EXPECT_TRUE(waitUntil([&] { return !isActive(); }));
-    }
     void offer(Host& host, const std::string& tree = groupedCardTree)
     {
-        inBackground(host, tree);
+        host.showInBackground(applications, tree);
         start();
         EXPECT_TRUE(heard.next("offer")) << tree;
     }
@@ -159,7 +123,7 @@ TEST_P(HostMonitorTest, offersTheCardInTheBackgroundAndPressesTheChosenButtonOnc
         EXPECT_TRUE(heard.next(status(monitorText::waiting)));
         for (const auto& [decision, button] :
             {std::pair{Decision::allow, "allow"}, std::pair{Decision::deny, "deny"}}) {
-            inBackground(host, tree);
+            host.showInBackground(applications, tree);
             EXPECT_TRUE(heard.next("offer"));
             EXPECT_TRUE(decide(decision));
             EXPECT_EQ(host.pressed(), std::string("pressed ") + button + '\n');
@@ -236,7 +200,7 @@ TEST_P(HostMonitorTest, reportsAQuestionInTheBackground)
     if (GetParam() == GTK_HOST_PATH)
         GTEST_SKIP() << "GTK 3 buttons show no children: it has no question card";
     Host host(GetParam());
-    inBackground(host, questionTree);
+    host.showInBackground(applications, questionTree);
     start(true);
     EXPECT_TRUE(heard.next("question waiting"));
     host.tell("remove skip");

@@ -5,7 +5,8 @@
 // its input, a line each, and says "pressed ID" for each button that was really pressed.
 //
 //   show              with a tree in the lines that follow, up to a line with a full stop: its
-//                     nodes become widgets at their places, in one window
+//                     nodes become widgets at their places, in one window; in a Scroll what does
+//                     not fit is out of sight
 //   disable ID, remove ID, rename ID TEXT
 //
 // It says "done" after each command.
@@ -106,7 +107,7 @@ private:
                 [button] { say("pressed " + button->objectName().toStdString()); });
             return button;
         }
-        if (node.is(role::group))
+        if (node.is(role::group) || node.is("AXScroll"))
             return new QWidget(parent);
         auto* const label = new QLabel(text, parent);
         label->setTextFormat(Qt::PlainText);

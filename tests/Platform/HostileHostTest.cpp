@@ -1,0 +1,214 @@
+// SPDX-FileCopyrightText: QuillMossNotch contributors
+// SPDX-License-Identifier: MIT
+
+#include "support/hosts/Host.h"
+#include "Native/FakeHost.h"
+#include "Native/Monitor/MonitorTexts.h"
+#include "Native/Monitor/NativeMonitor.h"
+#include "Native/Scan/AccessibilityScan.h"
+#include "Native/Tree/PreOrderWalk.h"
+#include "Platform/Accessibility/AtspiAccessibility.h"
+#include "Platform/Accessibility/Sha256.h"
+#include "support/HostTrees.h"
+#include "support/x11/OtherProgram.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <malloc.h>
+#include <poll.h>
+#include <sstream>
+#include <sys/socket.h>
+
+namespace notch {
+namespace {
+
+// What a scan passes over, and what it does not go below.
+const std::string oddTree = R"(Window #w @0,0,600,400 "Chat"
+  Group #page "A page without a place"
+    StaticText #half @590,10,20,20 "half outside"
+    StaticText #outside @600,10,20,20 "outside"
+    Button #fits @-2,0,604,402 "fits"
+    Button #over @-3,0,604,402 "too large"
+      StaticText #below @10,10,20,20 "below"
+    Button #off -enabled @10,40,90,20 "off"
+    Group #hidden -visible @10,60,90,90
+      StaticText #within @10,70,20,20 "within"
+    Image #icon @10,160,16,16
+    StaticText #placeless "nowhere"
+)";
+
+// The monitor without its thread, over the real desktop: a test ticks it.
+class HostileHostTest : public testing::Test {
+protected:
+    HostileHostTest()
+    {
+        DesktopTrust(Seconds{5}).requestTrust();
+        program.openWindow("front");
+        monitor.start({.onRequest = [this](const auto& request) { offered = request.id; },
+                          .onRemoval = [this](const auto&) { offered.clear(); },
+                          .onStatus = [this](const auto& text) { status = text; },
+                          .onQuestion = {}},
+            {.approvals = true});
+    }
+    // The first look at a program is always in vain.
+    void offer()
+    {
+        host.showInBackground(applications, groupedCardTree);
+        EXPECT_TRUE(waitUntil([&] { return monitor.tick(), !offered.empty(); })) << status;
+    }
+    static void endAccessibilityBus()
+    {
+        const auto bus = bus::at(DesktopTrust(Seconds{5}).address().value());
+        ucred daemon{};
+        socklen_t size = sizeof daemon;
+        EXPECT_EQ(
+            ::getsockopt(sd_bus_get_fd(bus.get()), SOL_SOCKET, SO_PEERCRED, &daemon, &size), 0);
+        ::kill(daemon.pid, SIGKILL);
+        pollfd gone{sd_bus_get_fd(bus.get()), 0, 0};
+        ::poll(&gone, 1, -1);
+    }
+    // While it runs no answer may be waited for longer than a scan and some calls last.
+    template <class Work> auto timed(Work work, const std::string& what)
+    {
+        const auto begun = Uptime::now();
+        const auto result = work();
+        EXPECT_LT(Uptime::now() - begun, Seconds{0.9}) << what;
+        return result;
+    }
+
+    SystemClock clock;
+    OtherProgram program;
+    RunningApplications applications{{"quillmoss"}};
+    AtspiAccessibility accessibility{applications};
+    NativeMonitor monitor{{accessibility, applications, clock, sha256}, [](bool) {}};
+    Host host{BARE_HOST_PATH};
+    std::string offered; // The request's id.
+    std::string status;
+};
+
+TEST_F(HostileHostTest, costsALimitedTimeAndNoMemoryAndTheNextGoodLookWorks)
+{
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"many children", "show\n" + groupedCardTree + times(10'000, "    Group\n") + "."},
+        {"a deep tree", "deep card 5000"},
+        {"a circle", "adopt card . w"},
+        {"a huge text", "rename command " + std::string(2 << 20, 'x')},
+        {"no text", "garble command"},
+        {"another's child", "adopt card org.a11y.atspi.Registry /org/a11y/atspi/accessible/root"},
+        {"slow answers", "slow 50"},
+        {"a flood", "flood card"},
+        {"a stop", "at risk: stop"},
+    };
+    for (const auto& [what, command] : rows) {
+        offer();
+        const auto clicked = offered;
+        host.tell(command);
+        std::size_t used = 0;
+        for (int look = 0; look < 4; ++look) {
+            timed([&] { return monitor.tick(), true; }, what);
+            EXPECT_EQ(status, monitorText::incomplete) << what;
+            EXPECT_EQ(offered, "") << what;
+            if (look == 1)
+                used = ::mallinfo2().uordblks;
+        }
+        EXPECT_LT(::mallinfo2().uordblks, used + 65'536) << what;
+        EXPECT_FALSE(monitor.decide(clicked, Decision::allow)) << what;
+        host.signal(SIGCONT);
+        host.tell("nothing"); // A press would have been said by now.
+    }
+    offer();
+}
+
+// What happens while a click is on its way: in its scan, or after it.
+TEST_F(HostileHostTest, pressesNothingThatChangesUnderTheClick)
+{
+    const std::vector<std::pair<std::string, std::string_view>> rows{
+        {"at risk: stop", monitorText::cardChanged},
+        {"at risk: replace", monitorText::cardChanged},
+        {"at risk: close", monitorText::cardChanged},
+        {"at risk: rename command rm -rf dist", monitorText::cardChanged},
+        {"again allow: stop", monitorText::buttonUnavailable},
+        {"again allow: replace", monitorText::buttonUnavailable},
+        {"again allow: close", monitorText::buttonUnavailable},
+        {"again allow: disable allow", monitorText::buttonUnavailable},
+        {"again allow: remove allow", monitorText::buttonUnavailable},
+        {"again allow: rename allow 取消删除", monitorText::buttonUnavailable},
+        {"again allow: die", monitorText::buttonUnavailable},
+    };
+    for (const auto& [change, why] : rows) {
+        offer();
+        host.tell(change);
+        EXPECT_FALSE(timed([&] { return monitor.decide(offered, Decision::allow); }, change));
+        EXPECT_EQ(status, why) << change;
+        host.signal(SIGCONT);
+        if (!change.ends_with("die"))
+            host.tell("nothing");
+    }
+}
+
+TEST_F(HostileHostTest, outlivesTheAccessibilityBus)
+{
+    offer();
+    endAccessibilityBus();
+    EXPECT_FALSE(monitor.decide(offered, Decision::allow));
+    EXPECT_TRUE(waitUntil([&] {
+        DesktopTrust(Seconds{5}).requestTrust();
+        return monitor.tick(), !offered.empty();
+    })) << status;
+}
+
+// What a scan makes of a host's windows, a line a node; places are those in the window.
+std::string records(Accessibility& accessibility, std::int32_t pid)
+{
+    const SystemClock clock;
+    AXRead read(pid, clock.uptime());
+    read.deadline = read.deadline + Seconds{5}; // A slow machine is no other tree.
+    const auto roots = AccessibilityScan(accessibility, clock, read).readRoots(false);
+    std::ostringstream lines;
+    for (PreOrderWalk walk(roots); const auto* node = walk.next();) {
+        lines << node->id << ' ' << node->role << (node->enabled ? " on" : " off")
+              << (node->visible ? " shown" : "") << ' ' << node->children.size();
+        if (const auto& frame = node->frame; frame)
+            lines << " @" << frame->x - roots[0].frame->x << ',' << frame->y - roots[0].frame->y
+                  << ',' << frame->width << ',' << frame->height;
+        lines << testing::PrintToString(node->texts) << '\n';
+    }
+    for (const auto& [id, title] : read.windowTitles)
+        lines << id << ' ' << title;
+    lines << (read.complete ? " complete " : " incomplete ") << read.questionTreeComplete;
+    return lines.str();
+}
+
+TEST_F(HostileHostTest, isReadRecordForRecordAsTheSameTreeInTheFake)
+{
+    const auto groups = [](std::size_t count) {
+        return "Window #w @0,0,600,400 \"Chat\"\n" + times(count, "  Group\n");
+    };
+    const auto deep = [](std::size_t depth) {
+        return "Window #w @0,0,600,400 \"Chat\"\n" + nested(depth, 2, "Group");
+    };
+    const std::vector<std::string> ofAnyToolkit{groupedCardTree, flattenedCardTree, questionTree};
+    const std::vector<std::string> others{oddTree, groups(1798), groups(1799), deep(36), deep(37)};
+    Host qt(QT_HOST_PATH);
+    for (auto* const shown : {&host, &qt}) {
+        auto trees = ofAnyToolkit;
+        if (shown == &host)
+            trees.insert(trees.end(), others.begin(), others.end());
+        for (const auto& tree : trees) {
+            FakeHost fake(tree);
+            const auto expected = records(fake, FakeHost::pid);
+            shown->showInBackground(applications, tree);
+            const auto read = [&] {
+                return records(accessibility, applications.running().back().pid);
+            };
+            EXPECT_TRUE(accessibility.isProcessTrusted() && waitUntil([&] {
+                return read() == expected;
+            })) << expected
+                << read();
+        }
+    }
+}
+
+} // namespace
+} // namespace notch
