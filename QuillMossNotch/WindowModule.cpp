@@ -11,6 +11,8 @@
 #include "Platform/SingleInstance/SingleInstance.h"
 #include "Platform/Toolkit/Toolkit.h"
 #include "Preview/PreviewRender.h"
+#include "Preview/ReminderPreview.h"
+#include "Transport/Streams.h"
 
 #include <iostream>
 #include <malloc.h>
@@ -30,12 +32,12 @@ int complain(std::string_view text)
     return failure;
 }
 
-int renderPreview(const PreviewOptions& options)
+// Draws off the screen, whatever display there is.
+template <class Render> int draw(const Render& render)
 {
+    ignoreWriteSignals();
     const Toolkit toolkit(Toolkit::Platform::offscreen);
-    DesktopDependencies dependencies;
-    AppModel model(dependencies.seams());
-    return PreviewRender(model, dependencies.clock, dependencies.hookFiles()).run(options);
+    return render();
 }
 
 // What large requests took goes back to the system when they have gone: they get pages of their
@@ -73,7 +75,7 @@ int runResident(LaunchOptions options)
 int launch(const std::vector<std::string>& arguments)
 {
     if (const auto preview = PreviewOptions::parse(arguments))
-        return renderPreview(*preview);
+        return draw([&] { return renderPreview(*preview); });
     return runResident(LaunchOptions::parse(arguments));
 }
 
@@ -83,9 +85,10 @@ int run(WindowMode mode, const std::vector<std::string>& arguments)
     case WindowMode::resident:
         return launch(arguments);
     case WindowMode::renderCompletionPreview:
-        return complain("--render-completion-preview is not available yet.");
+        return draw([&] { return renderCompletionPreview(completionPreviewPath(arguments)); });
     case WindowMode::renderQuestionPreview:
-        return complain("--render-question-preview is not available yet.");
+        return draw(
+            [&] { return renderQuestionPreview(QuestionPreviewOptions::parse(arguments)); });
     case WindowMode::uiSelfTest:
         return complain("--ui-self-test is not available yet.");
     case WindowMode::nativeDiagnose:

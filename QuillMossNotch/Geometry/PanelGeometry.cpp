@@ -11,7 +11,6 @@ namespace notch {
 
 namespace {
 
-constexpr double minimumNotchHeight = 8;
 constexpr double minimumNotchWidth = 200;
 constexpr double screenMargins = 32; // Both sides together.
 constexpr double compactMargins = 36; // By which the collapsed surface is wider than the notch.

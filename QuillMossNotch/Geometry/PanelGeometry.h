@@ -12,6 +12,8 @@ namespace notch {
 
 // Of the expanded surface, where the screen has room for it.
 inline constexpr double maximumPanelWidth = 480;
+// Of a notch, and in the place of one on a display that has none.
+inline constexpr double minimumNotchHeight = 8;
 // By which the collapsed surface is higher than the notch: its words are there.
 inline constexpr double compactTextHeight = 24;
 

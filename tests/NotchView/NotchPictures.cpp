@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 // NotchPictures FOLDER: writes a picture of each state of the notch and of the settings into the
-// folder.
+// folder, of those that the program itself does not picture.
 
 #include "Preview/NotchPicture.h"
 #include "Rehearsal/Scene.h"
@@ -32,17 +32,11 @@ constexpr std::pair<const char*, const char*> pictures[]{
     {"receipt-returned", "ask A, wait 0.5, handBack A"},
     {"receipt-expired", "ask A, wait 50.5, gone A"},
     {"receipt-unavailable", "ask A, wait 0.5, gone A"},
-    {"question", "question, wait 0.5"},
-    {"question-long", "longQuestion, wait 0.5"},
-    {"question-failed", "deaf, question, wait 0.5, goAnswer"},
     {"question-compact", "question, close"},
-    {"completion", "on completionRemindersEnabled, turn, wait 0.5"},
     {"completion-failed", "on completionRemindersEnabled, deaf, turn, wait 0.5, openTurn"},
     {"completion-compact", "on completionRemindersEnabled, turn, close"},
     {"idle", "editions 0, open"},
     {"idle-connected", "open"},
-    {"demo-hook", "demo hook, wait 0.5"},
-    {"demo-native", "demo native, wait 0.5"},
 };
 
 bool write(const char* name, const char* words, const QString& folder)

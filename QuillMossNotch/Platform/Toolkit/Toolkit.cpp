@@ -3,12 +3,32 @@
 
 #include "Platform/Toolkit/Toolkit.h"
 
+#include <QFile>
+#include <QLoggingCategory>
+
 namespace notch {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Off the screen no session is needed, nor looked for. Without one the toolkit would warn on stderr
+// and make a folder for it.
+std::unique_ptr<QTemporaryDir> ownRuntimeFolder(Toolkit::Platform platform)
+{
+    if (platform != Toolkit::Platform::offscreen)
+        return nullptr;
+    QLoggingCategory::setFilterRules(u"*.warning=false"_s);
+    auto folder = std::make_unique<QTemporaryDir>();
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder->path()));
+    return folder;
+}
+
+} // namespace
+
 Toolkit::Toolkit(Platform platform)
-    : platform_(platform == Platform::x11 ? "xcb" : "offscreen")
+    : runtimeFolder_(ownRuntimeFolder(platform))
+    , platform_(platform == Platform::x11 ? "xcb" : "offscreen")
     , arguments_{program_.data(), flag_.data(), platform_.data(), nullptr}
     , application_(count_, arguments_.data())
 {

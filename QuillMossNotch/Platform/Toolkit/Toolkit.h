@@ -4,8 +4,10 @@
 #pragma once
 
 #include <QApplication>
+#include <QTemporaryDir>
 
 #include <array>
+#include <memory>
 #include <string>
 
 namespace notch {
@@ -19,6 +21,7 @@ public:
     explicit Toolkit(Platform platform);
 
 private:
+    std::unique_ptr<QTemporaryDir> runtimeFolder_; // Null on x11.
     std::string program_ = "QuillMossNotch"; // Also the class of its windows.
     std::string flag_ = "-platform";
     std::string platform_;
