@@ -34,6 +34,7 @@ HookFlow::HookFlow(AppModel& model, ConfirmDialog& dialog, Surroundings surround
     , surroundings_(std::move(surroundings))
     , installer_(surroundings_.files)
 {
+    state_.settingsURL = surroundings_.settingsURL(state_.profile);
 }
 
 HookFlow::~HookFlow() = default;

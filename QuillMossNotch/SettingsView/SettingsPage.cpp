@@ -59,7 +59,26 @@ void SettingsPage::refresh()
 void SettingsPage::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    lookAgain();
+    if (hasLooked())
+        lookAgain();
+}
+
+// The first look waits for the first frame: on a slow disk it takes its time, and a person has the
+// window and reads meanwhile that it checks.
+void SettingsPage::paintEvent(QPaintEvent* event)
+{
+    QWidget::paintEvent(event);
+    if (hasLooked())
+        return;
+    QTimer::singleShot(0, this, [this] {
+        if (!hasLooked())
+            lookAgain();
+    });
+}
+
+bool SettingsPage::hasLooked() const
+{
+    return flow_.state().configuration.state != SettingsHookConfiguration::State::checking;
 }
 
 void SettingsPage::keyPressEvent(QKeyEvent* event)

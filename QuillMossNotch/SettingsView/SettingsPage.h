@@ -30,10 +30,12 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
+    bool hasLooked() const;
     void ask(const ConfirmQuestion& question, std::function<void(Answer)> answered) override;
 
     HookFlow flow_;

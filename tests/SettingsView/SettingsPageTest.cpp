@@ -15,7 +15,10 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QWindow>
 #include <QtTest>
+
+#include <optional>
 
 namespace notch {
 namespace {
@@ -28,8 +31,10 @@ protected:
         page.resize(600, 680);
         page.show();
         QApplication::setActiveWindow(&page);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return status() != checking; }));
     }
 
+    QString status() { return find<QLabel>("settings-status").text(); }
     template <class Widget = QAbstractButton> Widget& find(const char* name)
     {
         return *page.findChild<Widget*>(QLatin1String(name));
@@ -49,6 +54,7 @@ protected:
         return port->rect().contains(widget.mapTo(port, widget.rect().center()));
     }
 
+    const QString checking = QStringLiteral("正在检查配置");
     SettingsPage page{model, surroundings()};
 };
 
@@ -146,8 +152,19 @@ TEST_F(SettingsPageTest, theFileIsReadAgainWhenTheWindowIsShown)
     page.close();
     write("{");
     page.show();
-    EXPECT_EQ(find<QLabel>("settings-status").text(), QStringLiteral("配置错误 / 无法读取"));
+    EXPECT_EQ(status(), QStringLiteral("配置错误 / 无法读取"));
     EXPECT_FALSE(find("settings-install").isEnabled());
+}
+
+TEST_F(SettingsPageTest, theWindowIsThereBeforeTheFileIsReadFirst)
+{
+    SettingsPage fresh(model, surroundings());
+    std::optional<bool> wasThere;
+    files.beforeOpen = [&] { wasThere = wasThere.value_or(fresh.windowHandle()->isExposed()); };
+    fresh.show();
+    EXPECT_EQ(fresh.findChild<QLabel*>(QStringLiteral("settings-status"))->text(), checking);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return wasThere.has_value(); }));
+    EXPECT_EQ(wasThere, true);
 }
 
 TEST_F(SettingsPageTest, theDesktopsThemeMayChangeMeanwhile)

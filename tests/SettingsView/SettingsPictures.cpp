@@ -31,6 +31,7 @@ struct Picture {
     std::vector<const char*> clicks = {}; // A dialog that is then open is the picture.
     bool scrolled = true; // To the end.
     bool dark = false;
+    bool looks = true; // At the file.
 };
 
 std::string group(const std::string& hook)
@@ -42,7 +43,7 @@ const std::string legacy = R"({"hooks":{"PreToolUse":[{"matcher":"Bash","hooks":
                            R"("PermissionRequest":[{"hooks":[{OWN}]}]}})";
 
 const std::vector<Picture> pictures{
-    {.name = "settings", .file = "{}", .scrolled = false},
+    {.name = "settings-checking", .file = "{}", .looks = false},
     {.name = "settings-missing", .file = "{}"},
     {.name = "settings-installed",
         .file = "{}",
@@ -64,9 +65,12 @@ QImage taken(const Picture& picture)
     SettingsPage page(home.model, home.surroundings());
     page.resize(600, 680);
     page.show();
+    if (picture.looks)
+        page.lookAgain();
     for (const auto* const button : picture.clicks)
         page.findChild<QPushButton*>(QLatin1String(button))->click();
-    QApplication::processEvents();
+    if (picture.looks)
+        QApplication::processEvents();
     if (auto* const dialog = page.findChild<QDialog*>(); dialog && dialog->isVisible())
         return pictureOf(*dialog);
     auto& bar = *page.findChild<QScrollArea*>()->verticalScrollBar();
