@@ -7,32 +7,23 @@
 #include "SettingsView/SettingsStyle.h"
 #include "SettingsView/StatusContent.h"
 #include "SettingsView/SymbolLabel.h"
+#include "Style/AccessibleRole.h"
 #include "Style/NotchStyle.h"
 
-#include <QAccessibleWidget>
+#include <QAccessible>
 #include <QHBoxLayout>
 #include <QPushButton>
 
 #include <utility>
 
 namespace notch {
-namespace {
-
-// Screen readers speak what is new in a thing of this role.
-QAccessibleInterface* notification(const QString&, QObject* object)
-{
-    auto* const row = dynamic_cast<ResultRow*>(object);
-    return row ? new QAccessibleWidget(row, QAccessible::Notification) : nullptr;
-}
-
-} // namespace
 
 ResultRow::ResultRow(HookFlow& flow)
     : flow_(flow)
     , text_(new SymbolLabel(settings::font(11), Tone::plain, settings::scaled(15)))
     , backup_(settingsButton("settings-backup", "在 Finder 显示备份"))
 {
-    QAccessible::installFactory(notification); // Once more is no harm.
+    setAccessibleRole(*this, QAccessible::Notification); // Readers speak what is new in one.
     setObjectName(QStringLiteral("settings-result-row"));
     text_->setObjectName(QStringLiteral("settings-result"));
     text_->makeSelectable();
