@@ -39,7 +39,7 @@ public:
         return happened;
     }
 
-    // Everything that what may still happen depends on.
+    // Everything that the next events depend on.
     std::string state() const
     {
         std::string text =
@@ -130,7 +130,7 @@ private:
     struct Hook {
         Step step = Step::away;
         bool gone = false;
-        std::optional<Decision> accepted; // What the decide() that returned true said.
+        std::optional<Decision> accepted; // The decision of the decide() that returned true.
 
         bool isPending() const { return step == Step::waiting || step == Step::settled; }
     };
@@ -143,7 +143,7 @@ private:
         return true;
     }
 
-    // Who has left takes no room.
+    // A hook that has left takes no room.
     void checkRoom() const
     {
         const bool empty = std::ranges::all_of(hooks_,

@@ -35,7 +35,7 @@ Ending entered(WindowMode mode, const Arguments& arguments)
     return {42, output + "\n", ""};
 }
 
-// The program as it is installed, under a prefix that nobody told it.
+// The program as it is installed, under a prefix that it has not been told.
 class EntryTable : public testing::Test {
 protected:
     EntryTable()

@@ -74,7 +74,7 @@ std::string messageOf(
     return failureOf([&] { scenario.change(settings.url(), files); });
 }
 
-// Of the scenario without a fault: the number of the last call, or of the last with this name.
+// The number of the scenario's last call when nothing fails, or of the last one with this name.
 int lastCall(const Scenario& scenario, std::string_view name = {})
 {
     int last = 0;
@@ -96,7 +96,7 @@ enum class Repeat { once, fromThenOn };
 struct FaultKind {
     const char* name;
     Fault fault;
-    std::set<std::string_view> calls; // It fits these; empty: every call.
+    std::set<std::string_view> calls; // Those that it fits; empty: every call.
     bool harmless = false; // The change succeeds all the same.
     std::vector<Repeat> repeats{Repeat::once, Repeat::fromThenOn};
 };

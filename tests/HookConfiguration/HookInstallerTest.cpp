@@ -18,7 +18,7 @@ constexpr const char* notJson = "配置必须是合法 JSON 对象；未修改�
 
 constexpr auto edited = "结束提醒 Hook 的选项已被修改，请先手动核对；未覆盖配置。";
 
-// Of the turn-end hooks: "yes", "no", or why it cannot be told.
+// Whether the turn-end hooks are there: "yes", "no", or why it cannot be told.
 std::string isInstalled(const std::string& url, Variant variant = Variant::normal)
 {
     bool present = false;

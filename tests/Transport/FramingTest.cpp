@@ -59,13 +59,6 @@ TEST_F(Framing, readsTheLineOfAPeerThatIsGone)
     EXPECT_FALSE(writeFrame(here, "abc", within(ample))) << "and no signal ends the process";
 }
 
-TEST_F(Framing, readsNothingFromAPeerThatGoesBeforeTheLineEnds)
-{
-    ::send(there.get(), "abc", 3, 0);
-    there = {};
-    EXPECT_FALSE(readFrame(here, within(ample)));
-}
-
 TEST_F(Framing, endsAtTheDeadlineOrWithTheFlag)
 {
     EXPECT_FALSE(readFrame(here, within(moment)));

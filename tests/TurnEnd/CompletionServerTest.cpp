@@ -13,14 +13,11 @@
 #include <linux/sockios.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <thread>
 #include <vector>
 
 namespace notch {
 namespace {
-
-using Code = TransportError::Code;
 
 constexpr Seconds ample{30};
 
@@ -143,20 +140,6 @@ TEST_F(CompletionServerTest, stopsDuringARead)
     EXPECT_FALSE(place.identity());
 }
 
-TEST_F(CompletionServerTest, startsAgainAfterAStop)
-{
-    EXPECT_EQ(server.start(printingTo(trace)), TransportError{Code::alreadyRunning});
-    EXPECT_EQ(nextAfter("first"), "started session=first");
-    server.stop();
-    server.stop();
-    EXPECT_FALSE(client.send(startOf("nobody")));
-    ::chmod(place.directory().path().c_str(), 0755);
-    EXPECT_EQ(server.start(printingTo(trace)), TransportError{Code::unsafePath});
-    ::chmod(place.directory().path().c_str(), 0700);
-    ASSERT_FALSE(server.start(printingTo(trace)));
-    EXPECT_EQ(nextAfter("second"), "started session=second");
-}
-
 TEST_F(CompletionServerTest, startsAndStopsUnderLoad)
 {
     const std::jthread hooks([&](const std::stop_token& done) {
@@ -164,6 +147,7 @@ TEST_F(CompletionServerTest, startsAndStopsUnderLoad)
             client.send(startOf("load"));
     });
     for (int i = 0; i < 50; ++i) {
+        EXPECT_TRUE(server.start(printingTo(trace)));
         server.stop();
         ASSERT_FALSE(server.start(printingTo(trace)));
     }
