@@ -19,7 +19,7 @@ public:
     {
     }
 
-    // As main() got it.
+    // The list as main() got it.
     int count() const { return count_; }
     char** values() const { return values_; }
 

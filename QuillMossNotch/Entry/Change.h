@@ -13,8 +13,8 @@ namespace notch {
 // stops it ends in status 1 and one line on standard error, which starts with `failed`.
 int runChange(std::string_view failed, const std::function<int()>& change);
 
-// What was done, on standard output. Where that cannot be written it is said on standard error, so
-// that a change never goes unsaid.
+// Writes what was done to standard output, or, where that fails, to standard error, so that every
+// change is reported.
 int reportDone(std::initializer_list<std::string_view> pieces);
 
 } // namespace notch

@@ -50,7 +50,7 @@ private:
     std::vector<std::pair<Preference, QCheckBox*>> switches_;
 };
 
-// What one reads once: smaller, and not in the first row.
+// A text that one reads once, in smaller letters.
 QWidget* settingsNote(std::string_view text);
 // `name` is for tests and tools; a person does not see it.
 QPushButton* settingsButton(const char* name, std::string_view text);

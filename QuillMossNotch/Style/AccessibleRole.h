@@ -8,8 +8,8 @@
 
 namespace notch {
 
-// What a screen reader takes a widget for, whose class alone does not tell it. Before the first
-// reader asks for the widget.
+// Tells screen readers the role of a widget whose class does not show it. Must come before the
+// first reader asks for the widget.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 } // namespace notch

@@ -31,12 +31,12 @@ public:
     void setContent(const std::string& text);
     // Back to the first line, with nothing selected; so does coming onto the screen.
     void rewind();
-    // Another colour for that many characters at the beginning.
+    // Gives that many characters at the beginning another colour.
     void setLeadIn(qsizetype length, const QColor& colour);
-    // No higher than this for now, where the screen is low.
+    // Keeps the block no higher than this for now, where the screen is low.
     void setHeightLimit(int limit);
     int maxHeight() const { return maxHeight_; }
-    // Of a text of that many rows.
+    // The height of a text of that many rows.
     int heightOfRows(int rows) const;
 
     const QString& text() const { return rows_.text(); }
@@ -47,7 +47,7 @@ public:
     QString selectedText() const;
     void copy() const;
     void scrollTo(int position);
-    // Of the character, in this widget's coordinates.
+    // The character's place, in this widget's coordinates.
     QRect characterRect(int position);
     int positionAt(QPointF point);
 
@@ -81,7 +81,7 @@ private:
     int maxHeight_;
     int limit_; // maxHeight_, or less for now.
     int padding_;
-    mutable TextRows rows_; // Measuring lays out.
+    mutable TextRows rows_; // Measuring lays rows out.
     QScrollBar* bar_;
     QTextLayout::FormatRange leadIn_{}; // The class leaves its numbers unset.
     int anchor_ = 0;

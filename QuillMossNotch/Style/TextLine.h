@@ -20,12 +20,12 @@ public:
 
     void setContent(Symbol symbol, std::string_view text);
     void setColour(const QColor& colour);
-    // Where the end of a text matters as much as its beginning, as in a path.
+    // For a text whose end matters as much as its beginning, such as a path.
     void setElidesMiddle() { elide_ = Qt::ElideMiddle; }
-    // On a rounded ground of its own.
+    // Puts the line on a rounded ground of its own.
     void setChip();
-    // Whole in as many rows as it needs, and then in smaller letters. For a text of some hundred
-    // characters at the most.
+    // Shows the whole text in as many rows as it needs, with smaller letters when they are many.
+    // For some hundred characters at the most.
     void setWraps();
 
     QSize sizeHint() const override;

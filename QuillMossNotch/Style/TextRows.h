@@ -67,7 +67,7 @@ private:
     QFont font_;
     double rowHeight_;
     double ascent_;
-    double usualWidth_; // Of a letter.
+    double usualWidth_; // A letter's.
     QString text_;
     double width_ = 0;
     std::vector<Piece> pieces_{{}, {1, 1}}; // One more marks the end.

@@ -32,7 +32,7 @@ struct AtspiNode {
     atspi::States states;
     std::optional<ScreenRect> frame; // Nothing for an element that has no place.
     std::string name;
-    std::optional<std::string> text; // Of an editable element.
+    std::optional<std::string> text; // An editable element's.
     AXElements children;
     double scale = 1; // Device pixels in one point, in this element and below it.
     bool failed = false; // It could not be read; nothing else of it counts.
@@ -48,7 +48,7 @@ struct AtspiNode {
     void takeName(const bus::Message& reply);
     void takeText(const bus::Message& reply);
     void takeChildren(const bus::Message& reply);
-    // Once role and frame are there.
+    // Needs role and frame.
     void rescale(const AtspiNode& parent);
 };
 

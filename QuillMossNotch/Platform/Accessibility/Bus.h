@@ -22,7 +22,7 @@ struct Unref {
 };
 using Connection = std::unique_ptr<sd_bus, Unref>;
 using Message = std::unique_ptr<sd_bus_message, Unref>;
-using Slot = std::unique_ptr<sd_bus_slot, Unref>; // Its end cancels the call.
+using Slot = std::unique_ptr<sd_bus_slot, Unref>; // Destroying it cancels the call.
 
 // An object of a program on the bus.
 struct Object {
@@ -39,7 +39,7 @@ Connection session();
 Connection at(const std::string& address);
 bool isOpen(const Connection& connection);
 
-// A method call with its arguments; empty if it cannot be made. Programs are not started by it.
+// A method call with its arguments; empty if it cannot be made. It starts no program.
 template <class... Arguments>
 Message request(sd_bus* bus, const Object& object, const char* interface, const char* method,
     const char* types = "", Arguments... arguments)
@@ -59,7 +59,7 @@ Message request(sd_bus* bus, const Object& object, const char* interface, const 
 Message call(sd_bus* bus, const Message& request, Seconds timeout);
 
 std::optional<std::string> text(const Message& reply, const char* type = "s");
-// Of a property, as Properties.Get answers it.
+// The text of a property, from the answer of Properties.Get.
 std::optional<std::string> propertyText(const Message& reply);
 
 } // namespace notch::bus

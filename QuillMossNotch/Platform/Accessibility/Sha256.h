@@ -8,7 +8,7 @@
 
 namespace notch {
 
-// In lower-case hexadecimal.
+// The digest in lower-case hexadecimal.
 std::string sha256(std::string_view bytes);
 
 } // namespace notch

@@ -17,9 +17,9 @@
 
 namespace notch {
 
-// Reads elements with many calls in flight, each of which has the time-out of one call. First what
-// tells whether an element can be seen, then what is below it, as far down as the rules of the scan
-// go. The first element that cannot be read ends it: a scan that lacks one is of no use.
+// Reads elements with many calls in flight, each of which has the time-out of one call. It asks
+// first whether an element can be seen, then what is below it, as far down as the rules of the scan
+// go. The first element that cannot be read ends the fetch, because no scan may lack one.
 class TreeFetch {
 public:
     // Borrowed; nothing else may be done with the connection while this runs.
@@ -28,9 +28,9 @@ public:
     TreeFetch(const TreeFetch&) = delete;
     TreeFetch& operator=(const TreeFetch&) = delete;
 
-    // Just these.
+    // Reads these elements alone.
     void fetch(const AXElements& elements, bool areTopLevel);
-    // A window with all that can be seen in it.
+    // Reads a window with every element that can be seen in it.
     void fetchTree(const AXElement& window, const ScreenRect& frame);
 
     // Null: it was not asked for, or could not be read.
@@ -60,9 +60,9 @@ private:
     sd_bus* bus_;
     AtspiToolkit toolkit_;
     Uptime deadline_;
-    std::optional<ScreenRect> windowFrame_; // Set: the fetch goes down.
+    std::optional<ScreenRect> windowFrame_; // Present: the fetch goes down from the elements.
     bool failed_ = false;
-    // Of all elements together; what the rules would not take is not even kept.
+    // The sums over all elements. The fetch keeps no more than the rules of the scan would take.
     std::size_t textBytes_ = 0;
     std::size_t childCount_ = 0;
     std::unordered_map<AXElement, std::unique_ptr<Entry>, AXElementHash> entries_;

@@ -28,7 +28,7 @@ private:
     void watch(QScreen* screen);
 
     std::function<void()> changed_;
-    QObject context_; // Ends the connections.
+    QObject context_; // Its destruction ends the connections.
 };
 
 } // namespace notch

@@ -11,7 +11,7 @@ namespace notch {
 
 // Whether some program holds an X11 selection: the sign by which a desktop says that it has a
 // compositor ("_NET_WM_CM_S0"; EWMH, "Compositing Managers") or a tray ("_NET_SYSTEM_TRAY_S0"). The
-// toolkit knows one X screen, and its number is 0. Nobody holds one without an X server.
+// toolkit knows one X screen, and its number is 0. Without an X server there is no holder.
 // Main thread.
 class SelectionWatch final : private QAbstractNativeEventFilter {
 public:

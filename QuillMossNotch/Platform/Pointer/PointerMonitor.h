@@ -54,7 +54,7 @@ private:
     void deliver();
 
     Handlers handlers_;
-    QObject context_; // Ends queued deliveries.
+    QObject context_; // Its destruction cancels queued deliveries.
     unsigned opcode_ = 0;
     unsigned held_ = 0; // One bit for each button.
     std::optional<Event> motion_;

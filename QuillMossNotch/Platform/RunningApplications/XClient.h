@@ -13,14 +13,14 @@
 
 namespace notch {
 
-// A connection to an X server of its owner's own, for questions about other programs' windows. A
+// A connection of its own to an X server, for questions about other programs' windows. A
 // question is sent with ask…() and answered by the read of the same name, so that many of them cost
 // one round trip. One thread at a time. Without a server every answer is empty.
 class XClient {
 public:
     using Window = xcb_window_t;
 
-    // The names of the atoms that it looks up, once.
+    // The atoms, which it looks up once.
     struct Atoms {
         xcb_atom_t clientList = XCB_ATOM_NONE;
         xcb_atom_t activeWindow = XCB_ATOM_NONE;

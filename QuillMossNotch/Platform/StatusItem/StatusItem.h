@@ -18,7 +18,7 @@ namespace notch {
 // tray.
 class StatusItem {
 public:
-    // Of the template only the shape counts: it is shown white on a black badge, since this
+    // Only the template's shape counts: it is shown white on a black badge, since this
     // platform does not say whether a bar is dark or light.
     StatusItem(const QIcon& shape, const QString& description);
 

@@ -35,7 +35,7 @@ private:
     std::function<void()> arrived_; // Empty when it has been told.
     SelectionWatch dock_;
     std::unique_ptr<sd_bus, sd_bus* (*)(sd_bus*)> bus_; // Null where there is none.
-    QObject context_; // Ends what is queued.
+    QObject context_; // Its destruction cancels what is queued.
     QSocketNotifier* notifier_ = nullptr; // The context's.
 };
 

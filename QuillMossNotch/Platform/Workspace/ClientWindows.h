@@ -20,7 +20,7 @@ public:
     // Borrowed; must outlive this object.
     explicit ClientWindows(xcb_connection_t* connection);
 
-    // The first window either part of whose WM_CLASS is this name, in whatever case.
+    // The first window with this name, in any letter case, as either part of its WM_CLASS.
     std::optional<Window> ofClass(const std::string& name) const;
     // Asks the window manager to raise it and give it the keyboard.
     void activate(Window window) const;
