@@ -12,6 +12,7 @@
 #include "Platform/Toolkit/Toolkit.h"
 #include "Preview/PreviewRender.h"
 #include "Preview/ReminderPreview.h"
+#include "SelfCheck/SelfCheck.h"
 #include "Transport/Streams.h"
 
 #include <iostream>
@@ -32,12 +33,12 @@ int complain(std::string_view text)
     return failure;
 }
 
-// Draws off the screen, whatever display there is.
-template <class Render> int draw(const Render& render)
+// Works off the screen, whatever display there is.
+template <class Work> int offScreen(const Work& work)
 {
     ignoreWriteSignals();
     const Toolkit toolkit(Toolkit::Platform::offscreen);
-    return render();
+    return work();
 }
 
 // What large requests took goes back to the system when they have gone: they get pages of their
@@ -75,7 +76,7 @@ int runResident(LaunchOptions options)
 int launch(const std::vector<std::string>& arguments)
 {
     if (const auto preview = PreviewOptions::parse(arguments))
-        return draw([&] { return renderPreview(*preview); });
+        return offScreen([&] { return renderPreview(*preview); });
     return runResident(LaunchOptions::parse(arguments));
 }
 
@@ -85,12 +86,12 @@ int run(WindowMode mode, const std::vector<std::string>& arguments)
     case WindowMode::resident:
         return launch(arguments);
     case WindowMode::renderCompletionPreview:
-        return draw([&] { return renderCompletionPreview(completionPreviewPath(arguments)); });
+        return offScreen([&] { return renderCompletionPreview(completionPreviewPath(arguments)); });
     case WindowMode::renderQuestionPreview:
-        return draw(
+        return offScreen(
             [&] { return renderQuestionPreview(QuestionPreviewOptions::parse(arguments)); });
     case WindowMode::uiSelfTest:
-        return complain("--ui-self-test is not available yet.");
+        return offScreen([] { return runSelfCheck(std::cout); });
     case WindowMode::nativeDiagnose:
         diagnoseNative(std::cout);
         return success;

@@ -27,14 +27,15 @@ StartedModel::StartedModel()
         {"unseen", [this] { fakes.see(QuestionReminderState::Absent{}); }},
         {"unreadable", [this] { fakes.see(QuestionReminderState::Unavailable{}); }},
         {"question", [this] { question("Q"); }},
-        {"goAnswer", [this] { answer(model.handoffQuestion(*state().questionState.token())); }},
+        {"goAnswer", [this] { answer(model.handoffQuestion(questionToken())); }},
         {"begin", [this] { fakes.tell(fakes.turnStart(next())); }},
         {"end", [this] { fakes.tell(fakes.turnEnd(next())); }},
         {"turn", [this] { turn("A"); }},
         {"openTurn", [this] { answer(model.activateCompletion(turnToken())); }},
+        {"remind", [this] { remind(); }},
         {"noted", [this] { model.dismissCompletion(turnToken()); }},
         {"keepTokens", [this] { keepTokens(); }},
-        {"goAnswerLate", [this] { answer(model.handoffQuestion(*questionToken_)); }},
+        {"goAnswerLate", [this] { answer(model.handoffQuestion(questionToken_)); }},
         {"openTurnLate", [this] { answer(model.activateCompletion(turnToken_)); }},
         {"notedLate", [this] { model.dismissCompletion(turnToken_); }},
         {"front", [this] { host().isActive = true; }},
@@ -58,17 +59,17 @@ StartedModel::StartedModel()
         {"switch", [this] { model.selectAdjacent(next<int>()); }},
         {"select", [this] { model.select(next()); }},
         {"details", [this] { model.setShowAllParameters(true); }},
-        {"copy", [this] { model.copyRequest(*interaction().current()); }},
+        {"copy", [this] { copy(); }},
         {"pasted", [this] { answer(fakes.pasteboard.text); }},
         {"watched", [this] { model.setDisplay(&fakes.display); }},
         {"frame", [this] { show(decision()); }},
         {"blank", [this] { show(std::nullopt); }},
-        {"move", [this] { ++fakes.display.shown->buttons[1].y, show(fakes.display.shown); }},
+        {"move", [this] { move(); }},
         {"quietly", [this] { quiet_ = true; }},
         {"click", [this] { model.notePress(*fakes.display.inputTime()); }},
         {"press", [this] { press_ = model.press(id(), fakes.display.inputTime()); }},
         {"pressed", [this] { answer(press_.has_value()); }},
-        {"release", [this] { model.release(press_.value(), Decision::allow); }},
+        {"release", [this] { release(); }},
         {"allow", [this] { model.decide(fakes.hookRequest(id()), Decision::allow); }},
         {"deny", [this] { model.decide(fakes.hookRequest(id()), Decision::deny); }},
         {"handBack", [this] { model.decide(fakes.hookRequest(id()), Decision::passthrough); }},
@@ -95,15 +96,29 @@ void StartedModel::show(const std::optional<ShownDecision>& shown)
         model.displayChanged();
 }
 
+void StartedModel::move()
+{
+    auto moved = fakes.display.shown;
+    if (moved)
+        ++moved->buttons[1].y;
+    show(moved);
+}
+
 std::string StartedModel::id()
 {
     const auto word = next();
-    return word == "demo" ? *interaction().currentID() : word;
+    return word == "demo" ? interaction().currentID().value_or(word) : word;
 }
 
 Preference StartedModel::preference()
 {
     return *std::ranges::find(allPreferences, next(), [](auto each) { return name(each); });
+}
+
+void StartedModel::release()
+{
+    if (press_)
+        model.release(*press_, Decision::allow);
 }
 
 std::string StartedModel::stateText()
@@ -153,11 +168,43 @@ void StartedModel::turn(const std::string& session)
     fakes.time.advance(Seconds{0.82});
 }
 
+void StartedModel::copy()
+{
+    if (const auto* request = interaction().current())
+        model.copyRequest(*request);
+}
+
+// Switches them on, as a person has done at some time before.
+void StartedModel::remind()
+{
+    model.setPreference(Preference::completionRemindersEnabled, true);
+    fakes.takeCalls();
+}
+
 void StartedModel::keepTokens()
 {
-    questionToken_ = state().questionState.token();
-    if (state().completionState.current)
-        turnToken_ = turnToken();
+    questionToken_ = questionToken();
+    turnToken_ = turnToken();
+}
+
+// Without a question, as without a reminder below, it is that of none.
+QuestionReminderState::PresentationToken StartedModel::questionToken() const
+{
+    return state().questionState.token().value_or(QuestionReminderState::PresentationToken{});
+}
+
+UUID StartedModel::turnToken() const
+{
+    const auto& current = state().completionState.current;
+    return current ? current->token : UUID();
+}
+
+std::string playedEach(const std::string& frame, std::string_view trace)
+{
+    const auto place = frame.find("...");
+    return retold(trace, [&](const std::string& operations) {
+        return StartedModel().after(std::string(frame).replace(place, 3, operations));
+    });
 }
 
 } // namespace notch

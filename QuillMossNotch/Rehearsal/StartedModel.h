@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace notch {
 
@@ -19,7 +20,7 @@ namespace notch {
 // Requests go by their ID, a demonstration by "demo". "press" answers whether it was one, "copy"
 // what went to the pasteboard, "message" the line of status text. Questions go by their flow, turns
 // by their session; "question" and "turn" bring up one of each. "…Late" uses the token that was
-// kept.
+// kept. "remind" switches the reminders of turns on, which they are not at first.
 //
 // From "watched" on the model has a screen: "frame" draws what there is to decide, "blank" and
 // "move" take it away and to another place, which "quietly" keeps from the model; "click" is a
@@ -48,13 +49,22 @@ private:
     void question(const std::string& flow);
     void turn(const std::string& session);
     HostApplication& host() { return fakes.host.processes.front(); }
-    UUID turnToken() const { return state().completionState.current->token; }
+    UUID turnToken() const;
+    void remind();
+    void copy();
+    void release();
+    void move();
     void keepTokens();
+    QuestionReminderState::PresentationToken questionToken() const;
 
     bool quiet_ = false;
     std::optional<AppModel::ArmedPress> press_;
-    std::optional<QuestionReminderState::PresentationToken> questionToken_;
+    QuestionReminderState::PresentationToken questionToken_;
     UUID turnToken_;
 };
+
+// The trace as its lines play, each on a model of its own, its operations in the place of "..." in
+// `frame`.
+std::string playedEach(const std::string& frame, std::string_view trace);
 
 } // namespace notch

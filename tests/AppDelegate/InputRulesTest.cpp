@@ -4,7 +4,7 @@
 #include "AppDelegate/InputRules.h"
 
 #include "AppModel/AppModelTest.h"
-#include "NotchPanel/FakeSurface.h"
+#include "SelfCheck/FakeSurface.h"
 
 namespace notch {
 namespace {

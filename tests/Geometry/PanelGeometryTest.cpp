@@ -55,28 +55,5 @@ TEST(PanelGeometry, measuresFollowTheScreen)
         EXPECT_EQ(panelMetrics(row.screen), row.metrics) << row.name;
 }
 
-TEST(PanelGeometry, hitRegionIsTheSurfaceInTheMiddleOfTheFrame)
-{
-    const Rect frame{400, 100, 480, 300};
-    const struct {
-        const char* name;
-        Point pointer;
-        double surfaceWidth;
-        bool hit;
-    } rows[] = {
-        {"above the frame", {640, 99.9}, 480, false},
-        {"on its upper edge", {640, 100}, 480, true},
-        {"below the frame", {640, 400}, 480, false},
-        {"left of the frame", {399.9, 100}, 480, false},
-        {"right of the frame", {880, 100}, 480, false},
-        {"beyond the lower right corner", {878, 399}, 480, false},
-        {"beside a narrower surface", {515, 250}, 240, false},
-        {"on a narrower surface's left side", {533, 250}, 240, true},
-        {"a surface wider than the frame is as wide", {413, 250}, 9999, true},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(hitsSurface(row.pointer, frame, row.surfaceWidth), row.hit) << row.name;
-}
-
 } // namespace
 } // namespace notch

@@ -4,8 +4,8 @@
 #include "NotchPanel/LayoutPass.h"
 
 #include "AppModel/AppModelTest.h"
-#include "FakeSurface.h"
 #include "NotchPanel/HitRefresh.h"
+#include "SelfCheck/FakeSurface.h"
 
 namespace notch {
 namespace {

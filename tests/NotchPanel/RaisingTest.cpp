@@ -3,8 +3,8 @@
 
 #include "NotchPanel/Raising.h"
 
-#include "FakeSurface.h"
 #include "Rehearsal/VirtualTime.h"
+#include "SelfCheck/FakeSurface.h"
 
 #include <gtest/gtest.h>
 

@@ -13,7 +13,7 @@
 namespace notch {
 
 // A panel that is only a record of what was done to it.
-class FakeSurface final : public NotchSurface {
+class FakeSurface : public NotchSurface {
 public:
     Rect current{400, 0, 480, 32};
     std::vector<std::pair<Rect, double>> applied; // With its surface's width.
