@@ -32,7 +32,7 @@ public:
     // Gives the keyboard back to the window that had it. Nothing unless this one is key.
     virtual void resignKeyWindow() = 0;
     // Where the pointer is, in desktop coordinates: the middle of its pixel. Nothing when it is on
-    // no screen of this desktop.
+    // no screen of this desktop, or not on a window of this program.
     virtual std::optional<Point> pointerPosition() const = 0;
 };
 

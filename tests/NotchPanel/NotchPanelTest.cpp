@@ -206,6 +206,8 @@ TEST_F(NotchPanelTest, regionsAndPointerAreExactAtTwiceTheScale)
     EXPECT_EQ(region(XCB_SHAPE_SK_BOUNDING), expected);
     other.moveTo(401, 33);
     EXPECT_EQ(panel->pointerPosition(), (Point{200.75, 16.75})) << "the middle of its pixel";
+    other.openAbove({400, 30, 10, 10});
+    EXPECT_EQ(panel->pointerPosition(), std::nullopt) << "it is on another program's window";
 }
 
 TEST_F(NotchPanelTest, isCutHardWhileNobodyBlendsAndSmoothOtherwise)

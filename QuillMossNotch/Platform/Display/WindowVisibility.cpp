@@ -6,7 +6,6 @@
 #include "Platform/Display/X11.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 
 #include <algorithm>
 #include <span>
@@ -24,13 +23,6 @@ struct Placed {
     xcb_get_window_attributes_cookie_t attributes{};
     xcb_get_geometry_cookie_t geometry{};
 };
-
-bool isOurOwn(xcb_window_t window)
-{
-    const auto windows = QGuiApplication::allWindows();
-    return std::any_of(windows.begin(), windows.end(),
-        [&](const QWindow* own) { return own->handle() && own->winId() == window; });
-}
 
 // From the one right above `window` to the topmost.
 std::vector<xcb_window_t> windowsAbove(xcb_window_t window)
@@ -71,7 +63,7 @@ QRect shownPart(const Placed& placed)
         xcb_get_geometry_reply(x11::connection(), placed.geometry, nullptr));
     const bool shows = attributes && geometry && attributes->map_state == XCB_MAP_STATE_VIEWABLE
                     && attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT;
-    return shows && !isOurOwn(placed.window) ? outerRect(*geometry) : QRect();
+    return shows && !x11::isOurOwn(placed.window) ? outerRect(*geometry) : QRect();
 }
 
 QRegion coveredPart(const QRect& area, std::span<const xcb_window_t> above)

@@ -4,7 +4,9 @@
 #include "Platform/Display/X11.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -37,6 +39,13 @@ xcb_atom_t atom(const char* name)
     const Reply<xcb_intern_atom_reply_t> reply(
         xcb_intern_atom_reply(connection(), cookie, nullptr));
     return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}
+
+bool isOurOwn(xcb_window_t window)
+{
+    const auto windows = QGuiApplication::allWindows();
+    return std::any_of(windows.begin(), windows.end(),
+        [&](const QWindow* own) { return own->handle() && own->winId() == window; });
 }
 
 xcb_window_t selectionOwner(const char* selection)

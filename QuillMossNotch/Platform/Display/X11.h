@@ -24,6 +24,8 @@ xcb_connection_t* connection();
 // The root of the toolkit's X screen. Needs a connection.
 xcb_window_t root();
 xcb_atom_t atom(const char* name);
+// One of this program's top-level windows, menus and tool tips included.
+bool isOurOwn(xcb_window_t window);
 xcb_window_t selectionOwner(const char* selection);
 // Takes a selection that nobody holds, until the process ends. False: another program holds it.
 bool claimSelection(const char* selection);

@@ -9,18 +9,25 @@
 
 namespace notch {
 
+namespace {
+
+using Pointer = x11::Reply<xcb_query_pointer_reply_t>;
+
+} // namespace
+
 std::optional<QPointF> pointerPositionIn(QWindow& window)
 {
     constexpr double pixelCentre = 0.5;
     auto* connection = x11::connection();
     if (!connection)
         return QPointF(window.mapFromGlobal(QCursor::pos())) + QPointF(pixelCentre, pixelCentre);
-    const auto cookie = xcb_query_pointer(connection, static_cast<xcb_window_t>(window.winId()));
-    const x11::Reply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(connection, cookie, nullptr));
-    if (!reply || !reply->same_screen)
+    const auto ofWindow = xcb_query_pointer(connection, static_cast<xcb_window_t>(window.winId()));
+    const auto ofRoot = xcb_query_pointer(connection, x11::root());
+    const Pointer inWindow(xcb_query_pointer_reply(connection, ofWindow, nullptr));
+    const Pointer onRoot(xcb_query_pointer_reply(connection, ofRoot, nullptr));
+    if (!inWindow || !inWindow->same_screen || !onRoot || !x11::isOurOwn(onRoot->child))
         return std::nullopt;
-    return QPointF(reply->win_x + pixelCentre, reply->win_y + pixelCentre)
+    return QPointF(inWindow->win_x + pixelCentre, inWindow->win_y + pixelCentre)
          / window.devicePixelRatio();
 }
 
