@@ -40,6 +40,9 @@ NotchPanel::NotchPanel()
     setAttribute(Qt::WA_QuitOnClose, false);
     setMouseTracking(true);
     winId(); // The native window is there from now on: shape and keyboard need it.
+    // A Wayland compositor may give the keyboard to a clicked window of the ordinary type. Set before,
+    // the type would be lost when the native window is made.
+    setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
     setClearBackground(*windowHandle());
     forbidShadow(*windowHandle());
     windowHandle()->installEventFilter(this);

@@ -18,6 +18,7 @@ namespace notch {
 //   click on a control      not taken; given back at its end, unless the person has clicked into a
 //                           text or typed in the panel
 //
+// Under XWayland nothing is taken; the panel has the keyboard if the compositor gives it to it.
 // A press with the pointer leaves no control focused: rings are for those who use the keys.
 // Main thread.
 class PanelKeyboard {

@@ -137,6 +137,21 @@ TEST_F(NotchPanelTest, keyboardStaysWhereItIsUntilAPressAndGoesBackAfterwards)
     EXPECT_EQ(other.focus(), second) << "another window took it";
 }
 
+TEST_F(NotchPanelTest, takesNoKeyboardUnderXWaylandAndLooksLikeNoWindowThatNeedsIt)
+{
+    ASSERT_EQ(std::system("xrandr --setmonitor XWAYLAND0 1280/300x800/200+0+0 screen"), 0);
+    launch();
+    const auto window = other.openWindow();
+    ASSERT_TRUE(hasFocus(window));
+    show();
+    other.clickAt(640, 150);
+    EXPECT_TRUE(isPressed());
+    EXPECT_EQ(other.focus(), window);
+    const auto properties = "xprop -id " + std::to_string(panel->winId()) + " _NET_WM_WINDOW_TYPE";
+    EXPECT_EQ(std::system((properties + " | grep NOTIFICATION").c_str()), 0);
+    EXPECT_EQ(std::system("xrandr --delmonitor XWAYLAND0"), 0);
+}
+
 TEST_F(NotchPanelTest, aClickOnAControlLeavesTheKeyboardWhereItWasUnlessItIsInUse)
 {
     launch();

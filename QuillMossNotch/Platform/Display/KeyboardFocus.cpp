@@ -9,6 +9,13 @@ namespace notch {
 
 namespace {
 
+// Under XWayland the compositor does: the server knows no native window that has the keyboard or
+// could get it back.
+bool serverRulesKeyboard()
+{
+    return x11::connection() && !x11::isXWayland();
+}
+
 xcb_window_t focused()
 {
     const x11::Reply<xcb_get_input_focus_reply_t> reply(xcb_get_input_focus_reply(
@@ -33,7 +40,7 @@ KeyboardFocus::KeyboardFocus(QWindow& window)
 
 void KeyboardFocus::take(quint32 time)
 {
-    if (!x11::connection())
+    if (!serverRulesKeyboard())
         return;
     const auto window = static_cast<xcb_window_t>(window_.winId());
     const auto current = focused();
@@ -45,7 +52,7 @@ void KeyboardFocus::take(quint32 time)
 
 void KeyboardFocus::giveBack()
 {
-    if (!x11::connection() || focused() != static_cast<xcb_window_t>(window_.winId()))
+    if (!serverRulesKeyboard() || focused() != static_cast<xcb_window_t>(window_.winId()))
         return;
     if (!setFocus(previous_, XCB_CURRENT_TIME))
         setFocus(XCB_INPUT_FOCUS_POINTER_ROOT, XCB_CURRENT_TIME);

@@ -8,7 +8,8 @@
 namespace notch {
 
 // The keyboard for a window that no window manager gives it to. Whoever had it gets it back.
-// Nothing happens without an X server. Main thread.
+// Nothing happens without an X server, nor under XWayland: there the compositor alone gives it.
+// Main thread.
 class KeyboardFocus {
 public:
     // Borrowed; must outlive it and have been created.

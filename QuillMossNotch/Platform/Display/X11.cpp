@@ -4,11 +4,13 @@
 #include "Platform/Display/X11.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 #include <QWindow>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace notch::x11 {
 
@@ -25,6 +27,21 @@ xcb_connection_t* connection()
     const auto* x11 =
         qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
     return x11 ? x11->connection() : nullptr;
+}
+
+// Releases before 23.1 have no extension of that name, later ones may name their outputs otherwise.
+bool isXWayland()
+{
+    constexpr std::string_view name = "XWAYLAND";
+    const auto cookie =
+        xcb_query_extension(connection(), static_cast<std::uint16_t>(name.size()), name.data());
+    const Reply<xcb_query_extension_reply_t> extension(
+        xcb_query_extension_reply(connection(), cookie, nullptr));
+    const auto screens = QGuiApplication::screens();
+    return (extension && extension->present)
+        || std::any_of(screens.begin(), screens.end(), [&](const QScreen* screen) {
+               return screen->name().startsWith(QLatin1StringView(name));
+           });
 }
 
 xcb_window_t root()

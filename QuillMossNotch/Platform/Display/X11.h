@@ -21,6 +21,9 @@ template <class T> using Reply = std::unique_ptr<T, Free>;
 bool displayIsReachable();
 // The toolkit's own connection; null where it draws without an X server.
 xcb_connection_t* connection();
+// The server is XWayland: beside its windows there are native ones that it does not know of.
+// Needs a connection.
+bool isXWayland();
 // The root of the toolkit's X screen. Needs a connection.
 xcb_window_t root();
 xcb_atom_t atom(const char* name);
