@@ -61,6 +61,8 @@ void LayoutPass::moveTo(const ScreenRecord& screen, const PanelMetrics& metrics)
     const double height = expanded ? naturalHeight : metrics.notchHeight + compactTextHeight;
     if (!std::isfinite(height) || height <= 0)
         return;
+    if (expanded)
+        around_.panel.setRoom(NotchSurface::Room::frame);
     const bool animated = around_.panel.isOnScreen() && !around_.reduceMotion();
     around_.animator.animate(panelFrame(screen, metrics.panelWidth, height),
         expanded ? metrics.panelWidth : metrics.compactWidth,
@@ -76,6 +78,8 @@ void LayoutPass::reached(bool collapsed)
     if (collapsed && !state.interaction.expanded() && state.expansionPresentation == true) {
         around_.model.setExpansionPresentation(std::nullopt);
         around_.scheduleAnother();
+    } else if (collapsed && !state.interaction.expanded()) {
+        around_.panel.setRoom(NotchSurface::Room::surface);
     }
     around_.refreshHit();
 }

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <span>
+#include <utility>
 
 namespace notch {
 
@@ -40,10 +41,10 @@ NotchPanel::NotchPanel()
     setAttribute(Qt::WA_QuitOnClose, false);
     setMouseTracking(true);
     winId(); // The native window is there from now on: shape and keyboard need it.
-    // A Wayland compositor may give the keyboard to a clicked window of the ordinary type. Set before,
-    // the type would be lost when the native window is made.
+    // A Wayland compositor may give the keyboard to a clicked window of the ordinary type. Set
+    // before, the type would be lost when the native window is made.
     setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
-    setClearBackground(*windowHandle());
+    keepPictureInResize(*windowHandle());
     forbidShadow(*windowHandle());
     windowHandle()->installEventFilter(this);
     keyboard_.emplace(*this);
@@ -78,18 +79,35 @@ void NotchPanel::orderOut()
     hide();
 }
 
-// The native window is as tall as the content all the time, and only what is drawn of it and where
-// it can be clicked changes. Were the window resized at each step, a compositor would show new
-// parts of it before they are drawn, and a closing notch with its lower corners cut off.
+void NotchPanel::setRoom(Room room)
+{
+    if (std::exchange(room_, room) != room)
+        applyFrame(frame_, viewport_->surfaceWidth());
+}
+
 void NotchPanel::applyFrame(const Rect& frame, double surfaceWidth)
 {
     frame_ = frame;
-    const double height = std::ceil(std::max(frame.height, viewport_->naturalHeight()));
-    setGeometry(qRound(frame.x), qRound(frame.y), qRound(frame.width), static_cast<int>(height));
-    viewport_->setGeometry(0, 0, width(), this->height());
     viewport_->setSurface(surfaceWidth, frame.height);
+    place();
     applyShape();
     viewport_->repaint();
+}
+
+// The native window is as tall as the content all the time, and only what is drawn of it and where
+// it can be clicked changes. Were the window resized at each step, a compositor would show new
+// parts of it before they are drawn, and a closing notch with its lower corners cut off. The
+// viewport has the frame's place and width on the screen, however much of it the window shows.
+void NotchPanel::place()
+{
+    const double shown = room_ == Room::frame
+                           ? frame_.width
+                           : boundedSurfaceWidth(viewport_->surfaceWidth(), frame_.width);
+    const double height = std::ceil(std::max(frame_.height, viewport_->naturalHeight()));
+    const int left = qRound(frame_.x);
+    setGeometry(qRound(frame_.midX() - shown / 2), qRound(frame_.y), qRound(shown),
+        static_cast<int>(height));
+    viewport_->setGeometry(left - x(), 0, qRound(frame_.width), this->height());
 }
 
 double NotchPanel::fitContent(double width, double maxHeight)
@@ -156,8 +174,8 @@ void NotchPanel::applyShape()
     if (!viewport_)
         return;
     auto& window = *windowHandle();
-    const auto pixels = pixelsInside(
-        viewport_->silhouette(), viewport_->silhouetteOffset(), window.devicePixelRatio());
+    const auto pixels = pixelsInside(viewport_->silhouette(),
+        viewport_->x() + viewport_->silhouetteOffset(), window.devicePixelRatio());
     setInputRegion(window, pixels);
     visibility_->setArea(boundsOf(pixels));
     if (compositor_.isHeld())

@@ -22,7 +22,8 @@ namespace notch {
 //  - takes no keyboard when it appears, and later only as PanelKeyboard says; resigning gives it
 //    back to the window that had it;
 //  - is there for the pointer only where the surface is drawn: every other click reaches the window
-//    below;
+//    below. Wayland compositors know of no shape but the window's rectangle, so that this one is no
+//    wider than the surface where that is closed and at rest;
 //  - has smooth edges under a compositor and hard ones without, and follows when one comes or goes.
 //
 //   panel.setContentView(...);  layoutPass.run();  panel.orderFront();
@@ -51,6 +52,7 @@ public:
     bool isCovered() const { return visibility_->isHidden(); }
 
     Rect frame() const override { return frame_; }
+    void setRoom(Room room) override;
     void applyFrame(const Rect& frame, double surfaceWidth) override;
     double fitContent(double width, double maxHeight) override;
     bool isOnScreen() const override;
@@ -66,9 +68,11 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    void place();
     void applyShape();
 
     NotchViewport* viewport_ = nullptr; // A child; null until it is set.
+    Room room_ = Room::frame;
     Rect frame_;
     SelectionWatch compositor_;
     // From the native window's creation on:

@@ -5,6 +5,7 @@
 
 #include "Geometry/Rect.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace notch {
@@ -15,7 +16,13 @@ class NotchSurface {
 public:
     virtual ~NotchSurface() = default;
 
+    // How wide the window itself is: as its frame, so that no step of a motion resizes it, or only
+    // as the drawn surface.
+    enum class Room : std::uint8_t { frame, surface };
+
     virtual Rect frame() const = 0;
+    // At once; what is drawn stays where it is on the screen.
+    virtual void setRoom(Room room) = 0;
     // Frame, drawn surface and click-through region change as one and are on the screen at once.
     virtual void applyFrame(const Rect& frame, double surfaceWidth) = 0;
     // Brings the content up to date and lays it out at this width, no higher than that if it can

@@ -25,7 +25,10 @@ public:
     bool key = false;
     std::optional<Point> pointer;
 
+    Room room = Room::frame;
+
     Rect frame() const override { return current; }
+    void setRoom(Room wanted) override { room = wanted; }
     void applyFrame(const Rect& frame, double surfaceWidth) override
     {
         current = frame;
@@ -43,7 +46,7 @@ public:
     void resignKeyWindow() override { key = false; }
     std::optional<Point> pointerPosition() const override { return pointer; }
 
-    // Frame and surface now, as "x,y widthxheight/surface".
+    // Frame and surface now, as "x,y widthxheight/surface", and whether the window is only as wide.
     std::string text() const
     {
         if (applied.empty())
@@ -51,7 +54,7 @@ public:
         const auto& [rect, surfaceWidth] = applied.back();
         std::ostringstream text;
         text << rect.x << ',' << rect.y << ' ' << rect.width << 'x' << rect.height << '/'
-             << surfaceWidth;
+             << surfaceWidth << (room == Room::surface ? " narrow" : "");
         return text.str();
     }
 };

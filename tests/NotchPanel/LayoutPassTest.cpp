@@ -75,28 +75,29 @@ private:
 TEST_F(Layout, changesWidthsAndFormBeforeAnyFrameAndTheFormBackAfterTheLast)
 {
     expectTrace(R"(pass                                | never
-wait 1                              | 400,0 480x32/236
-open, pass                          | 400,0 480x32/236 expanded
+wait 1                              | 400,0 480x32/236 narrow
+open, pass                          | 400,0 480x32/236 narrow expanded
+wait 0                              | 400,0 480x32/236 expanded moving
 wait 1                              | 400,0 480x300/480 expanded
 close, pass, wait 0.2               | 400,0 480x51.8519/254.074 expanded moving
 open, pass, wait 1                  | 400,0 480x300/480 expanded
 close, pass, wait 0.2               | 400,0 480x51.8519/254.074 expanded moving
-wait 0.1                            | 400,0 480x32/236
-secondScreen, pass, wait 0, metrics | 30.000000 368.000000  1296,100 368x54/236
-firstScreen, pass, wait 0           | 400,0 480x32/236
-noScreen, open, pass, wait 1        | 400,0 480x32/236 expanded
+wait 0.1                            | 400,0 480x32/236 narrow
+secondScreen, pass, wait 0, metrics | 30.000000 368.000000  1296,100 368x54/236 narrow
+firstScreen, pass, wait 0           | 400,0 480x32/236 narrow
+noScreen, open, pass, wait 1        | 400,0 480x32/236 narrow expanded
 )");
 }
 
 TEST_F(Layout, jumpsWithReducedMotionOrHiddenAndNeverToAHeightThatIsNone)
 {
-    expectTrace(R"(orderOut, pass, wait 0             | 400,0 480x32/236
+    expectTrace(R"(orderOut, pass, wait 0             | 400,0 480x32/236 narrow
 open, pass, wait 0                 | 400,0 480x300/480 expanded
-close, pass, wait 0                | 400,0 480x32/236
-content 0, open, pass, wait 0      | 400,0 480x32/236 expanded
-content -1, pass, wait 0           | 400,0 480x32/236 expanded
-content inf, pass, wait 0          | 400,0 480x32/236 expanded
-content nan, pass, wait 0          | 400,0 480x32/236 expanded
+close, pass, wait 0                | 400,0 480x32/236 narrow
+content 0, open, pass, wait 0      | 400,0 480x32/236 narrow expanded
+content -1, pass, wait 0           | 400,0 480x32/236 narrow expanded
+content inf, pass, wait 0          | 400,0 480x32/236 narrow expanded
+content nan, pass, wait 0          | 400,0 480x32/236 narrow expanded
 )");
 }
 
@@ -104,11 +105,11 @@ TEST_F(Layout, tellsThePointerOnTheSurfaceOnlyAndGivesTheKeyboardBackWhenClosed)
 {
     expectTrace(R"(reduced, open, focus, pass, wait 0   | 400,0 480x300/480 expanded key
 point 640 200, hit                   | 400,0 480x300/480 expanded inside key
-close, pass, wait 0                  | 400,0 480x32/236
-point 640 10, hit                    | 400,0 480x32/236 inside
-point 450 10, hit                    | 400,0 480x32/236
-point 640 10, hit, otherDesktop, hit | 400,0 480x32/236
-point 640 10, hit, orderOut, hit     | 400,0 480x32/236
+close, pass, wait 0                  | 400,0 480x32/236 narrow
+point 640 10, hit                    | 400,0 480x32/236 narrow inside
+point 450 10, hit                    | 400,0 480x32/236 narrow
+point 640 10, hit, otherDesktop, hit | 400,0 480x32/236 narrow
+point 640 10, hit, orderOut, hit     | 400,0 480x32/236 narrow
 )");
 }
 

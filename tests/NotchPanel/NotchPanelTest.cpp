@@ -45,20 +45,29 @@ TEST_F(NotchPanelTest, clicksBesideTheSurfaceReachTheFullScreenWindowBelow)
         int x;
         int y;
         bool onSurface;
+        NotchPanel::Room room = NotchPanel::Room::frame;
     } rows[] = {
         {"middle of the open notch", open, 480, 640, 150, true},
         {"under the left shoulder", open, 480, 405, 8, false},
         {"beyond the lower left corner", open, 480, 414, 297, false},
-        {"middle of the closed notch", closed, 236, 640, 10, true},
+        {"left end of the closed notch", closed, 236, 540, 10, true},
         {"beside the closed notch", closed, 236, 450, 5, false},
         {"where it was open", closed, 236, 640, 150, false},
+        {"left end, at rest", closed, 236, 540, 10, true, NotchPanel::Room::surface},
+        {"right end, at rest", closed, 236, 740, 10, true, NotchPanel::Room::surface},
+        {"beside it, at rest", closed, 236, 450, 5, false, NotchPanel::Room::surface},
+        {"left end of the opening one", closed, 300, 510, 10, true},
     };
     launch();
     show();
     ASSERT_TRUE(hasFocus(other.openFullScreenWindow()));
     for (const auto& row : rows) {
         panel->applyFrame(row.frame, row.surfaceWidth);
+        panel->setRoom(row.room);
         synchronise();
+        const auto width = row.room == NotchPanel::Room::surface ? row.surfaceWidth : 480;
+        EXPECT_EQ(other.widthOf(static_cast<xcb_window_t>(panel->winId())), width) << row.name;
+        EXPECT_EQ(content->mapToGlobal(QPoint()), QPoint(400, 0)) << row.name;
         content->presses = 0;
         other.clickAt(row.x, row.y);
         int missed = 0;

@@ -60,12 +60,13 @@ void clearVisibleRegion(QWindow& window)
     }
 }
 
-void setClearBackground(QWindow& window)
+void keepPictureInResize(QWindow& window)
 {
     if (auto* connection = x11::connection()) {
-        const std::uint32_t transparent = 0;
-        xcb_change_window_attributes(
-            connection, static_cast<xcb_window_t>(window.winId()), XCB_CW_BACK_PIXEL, &transparent);
+        constexpr std::uint32_t transparent = 0;
+        const std::uint32_t values[] = {transparent, XCB_GRAVITY_NORTH};
+        xcb_change_window_attributes(connection, static_cast<xcb_window_t>(window.winId()),
+            XCB_CW_BACK_PIXEL | XCB_CW_BIT_GRAVITY, values);
     }
 }
 

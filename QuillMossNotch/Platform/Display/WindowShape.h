@@ -20,8 +20,9 @@ void setInputRegion(QWindow& window, std::span<const PixelRect> pixels);
 void setVisibleRegion(QWindow& window, std::span<const PixelRect> pixels);
 // The whole rectangle shows again, and its own transparency rules.
 void clearVisibleRegion(QWindow& window);
-// What the server shows of a part that the window gained and has not drawn yet: nothing.
-void setClearBackground(QWindow& window);
+// What the server shows from a change of the window's size until it is drawn anew: what there was,
+// hanging from the middle of the top edge, and nothing beside it.
+void keepPictureInResize(QWindow& window);
 // Compositors draw no shadow for its rectangle, which is larger than what is drawn in it.
 void forbidShadow(QWindow& window);
 

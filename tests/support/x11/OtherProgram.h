@@ -95,6 +95,10 @@ public:
             presses += event->response_type == XCB_BUTTON_PRESS ? 1 : 0;
         return presses;
     }
+    int widthOf(Window window)
+    {
+        return owned(xcb_get_geometry_reply(x(), xcb_get_geometry(x(), window), nullptr))->width;
+    }
     Window focus()
     {
         return owned(xcb_get_input_focus_reply(x(), xcb_get_input_focus(x()), nullptr))->focus;
