@@ -42,7 +42,7 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
     //   CALL takes SECONDS   longer than the others
     //   NAME ID = VALUE      an attribute: true, false, none, other, a negative number for an
     //                        error, #ID, [#ID], or a text
-    //   FROM => TO, before ID NODE   in its tree (Mutation.h)
+    //   FROM => TO, drop ID, …   in its tree (Mutation.h)
     //   at CALL: CHANGE      just before the answer to it
     void apply(const std::string& change)
     {
@@ -53,7 +53,7 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
         if (change.starts_with("at ")) {
             const auto [call, then] = two(": ");
             once(call.substr(3), [this, then = then] { apply(then); });
-        } else if (change.find(" => ") != change.npos || change.starts_with("before ")) {
+        } else if (isOfText(change)) {
             show(changedText(tree, change));
         } else if (change.find(" = ") != change.npos) {
             const auto [what, given] = two(" = ");
