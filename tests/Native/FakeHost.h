@@ -140,6 +140,7 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
     std::map<std::string, AXValue> odd; // By "NAME ID": what is answered instead.
     std::set<std::string> failing; // Calls without an answer.
     std::function<void(const std::string& call)> before; // Each answer.
+    std::function<void(const std::string& word)> otherwise; // For any other thing that happens.
     std::vector<std::string> pressed; // Ids.
     mutable std::vector<std::string> calls;
 
@@ -162,6 +163,8 @@ private:
             hosts.at(0).isTerminated = true;
         else if (word == "no press")
             actions = {"AXShowMenu"};
+        else if (otherwise)
+            otherwise(word);
         else
             throw std::invalid_argument(word);
     }

@@ -131,13 +131,15 @@ TEST_F(HostileHostTest, pressesNothingThatChangesUnderTheClick)
         {"at attributes risk: close", monitorText::cardChanged},
         {"at attributes risk: replace", monitorText::cardChanged},
         {"at attributes risk: rm -rf build => rm -rf dist", monitorText::cardChanged},
-        {"at AXRole allow: stop", monitorText::buttonUnavailable},
-        {"at AXRole allow: close", monitorText::buttonUnavailable},
-        {"at AXRole allow: replace", monitorText::buttonUnavailable},
-        {"at AXRole allow: AXEnabled allow = false", monitorText::buttonUnavailable},
-        {"at AXRole allow: drop allow", monitorText::buttonUnavailable},
-        {"at AXRole allow: 允许本次删除 => 取消删除", monitorText::buttonUnavailable},
-        {"at AXRole allow: die", monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: stop", monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: close", monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: replace", monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: AXEnabled allow = false",
+            monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: drop allow", monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: 允许本次删除 => 取消删除",
+            monitorText::buttonUnavailable},
+        {"at attributes deny: at attributes allow: die", monitorText::buttonUnavailable},
     };
     for (const auto& [change, why] : rows) {
         offer();

@@ -7,14 +7,19 @@
 #include "Native/Tree/Role.h"
 
 #include <algorithm>
+#include <array>
 
 namespace notch {
 namespace {
 
-// An attribute without a text is no objection; any text that it has must be the label.
-bool showsNothingElse(const std::optional<AXValue>& value, std::string_view label)
+constexpr std::array lastLook{
+    ax::role, ax::enabled, ax::hidden, ax::title, ax::value, ax::description};
+
+// An attribute without a text says nothing against the button; whatever it does say must be the
+// label.
+bool showsNothingElse(const AXValue& value, std::string_view label)
 {
-    const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
+    const auto* text = std::get_if<std::string>(&value);
     return !text || text->empty()
         || NativeApprovalClassifier::normalizedButtonLabel(*text) == label;
 }
@@ -23,14 +28,15 @@ bool showsNothingElse(const std::optional<AXValue>& value, std::string_view labe
 
 bool pressable(Accessibility& accessibility, const AXElement& button, std::string_view label)
 {
-    if (accessibility.attribute(button, ax::role) != AXValue(std::string(role::button)))
+    const auto values = accessibility.attributes(button, lastLook);
+    if (!values || values->size() != lastLook.size())
         return false;
-    if (accessibility.attribute(button, ax::enabled) != AXValue(true))
+    const auto& read = *values;
+    if (read[0] != AXValue(std::string(role::button)) || read[1] != AXValue(true)
+        || read[2] == AXValue(true))
         return false;
-    if (accessibility.attribute(button, ax::hidden) == AXValue(true))
-        return false;
-    for (const auto name : {ax::title, ax::value, ax::description})
-        if (!showsNothingElse(accessibility.attribute(button, name), label))
+    for (const auto& text : {read[3], read[4], read[5]})
+        if (!showsNothingElse(text, label))
             return false;
     const auto actions = accessibility.actionNames(button);
     return actions && std::ranges::find(*actions, ax::press) != actions->end();

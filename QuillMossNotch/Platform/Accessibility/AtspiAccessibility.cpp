@@ -162,6 +162,7 @@ bool AtspiAccessibility::meet(const AXElement& program)
 
 std::optional<AXElements> AtspiAccessibility::windows(const AXElement& application)
 {
+    frames_.clear();
     if (!meet(application) || !target_)
         return std::nullopt;
     auto listed = children(application);
@@ -179,7 +180,7 @@ std::optional<AXElements> AtspiAccessibility::windows(const AXElement& applicati
             continue;
         frames.push_back(seen(*node));
         elements.push_back(element);
-        minimized_[element.path] = node->states.isIconified();
+        frames_[element.path] = {*node, node->states.isIconified()};
     }
     const auto windows = applications_.windows(*target_);
     for (const auto& window : windows)
@@ -190,7 +191,7 @@ std::optional<AXElements> AtspiAccessibility::windows(const AXElement& applicati
     AXElements found;
     for (std::size_t i = 0; i < windows.size(); ++i) {
         found.push_back(elements[(*matched)[i]]);
-        minimized_[found.back().path] |= windows[i].isMinimized;
+        frames_[found.back().path].isMinimized |= windows[i].isMinimized;
     }
     return found;
 }
@@ -198,7 +199,7 @@ std::optional<AXElements> AtspiAccessibility::windows(const AXElement& applicati
 std::optional<AtspiNode> AtspiAccessibility::look(const AXElement& element)
 {
     TreeFetch look(connection_.get(), toolkits_[element.owner], Uptime::now() + callTimeout);
-    look.fetch({element}, minimized_.contains(element.path));
+    look.fetch({element}, false);
     const auto* node = look.find(element);
     return node ? std::optional(*node) : std::nullopt;
 }
@@ -212,10 +213,9 @@ std::optional<AXValue> AtspiAccessibility::attribute(
     }
     if (name == ax::mainWindow || name == ax::focusedWindow)
         return std::nullopt; // Nothing here says which they are.
-    if (name == ax::minimized) {
-        const auto window = minimized_.find(element.path);
-        return window == minimized_.end() ? std::nullopt : std::optional(AXValue(window->second));
-    }
+    const auto frame = frames_.find(element.path);
+    if (frame != frames_.end())
+        return name == ax::minimized ? frame->second.isMinimized : frame->second.node.value(name);
     const auto node = look(element);
     return node ? std::optional(node->value(name)) : std::nullopt;
 }
@@ -223,7 +223,8 @@ std::optional<AXValue> AtspiAccessibility::attribute(
 std::optional<std::vector<AXValue>> AtspiAccessibility::attributes(
     const AXElement& element, std::span<const std::string_view> names)
 {
-    const auto* node = fetched_ ? fetched_->find(element) : nullptr;
+    const auto looked = fetched_ ? std::nullopt : look(element);
+    const auto* const node = fetched_ ? fetched_->find(element) : looked ? &*looked : nullptr;
     if (!node)
         return std::nullopt;
     std::vector<AXValue> values;
@@ -241,6 +242,7 @@ void AtspiAccessibility::prefetch(const AXElement& window, const ScreenRect& fra
 void AtspiAccessibility::forget()
 {
     fetched_.reset();
+    frames_.clear();
 }
 
 std::optional<int> AtspiAccessibility::pressAction(const AXElement& element)

@@ -64,7 +64,11 @@ private:
     std::map<std::string, std::int32_t> pids_; // By bus name, which is never given twice.
     std::optional<std::int32_t> target_; // The process that is being read.
     std::map<std::string, AtspiToolkit> toolkits_; // Of the programs met, by bus name.
-    std::map<std::string, bool> minimized_; // The windows of the last list, by path.
+    struct Frame {
+        AtspiNode node;
+        bool isMinimized = false;
+    };
+    std::map<std::string, Frame> frames_; // Of the scan that is under way, by path.
     std::unique_ptr<TreeFetch> fetched_;
     std::pair<AXElement, std::optional<int>> pressAction_; // Of the button looked at last.
 };

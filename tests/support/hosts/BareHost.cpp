@@ -9,9 +9,9 @@
 //   flood              with each answer much that nobody has asked for
 //   garble ID          its name is no UTF-8, for which the bus hangs up: it comes back
 //   replace            the same tree, made of new elements
-//   close, stop, die   its window alone, and itself; also as "at CALL: close"
+//   close, stop, die   its window alone, and itself
 //
-// The first look at an element in a scan is "attributes ID", each further one "AXRole ID".
+// Each look at an element is a call "attributes ID" there.
 
 #include "Native/FakeHost.h"
 #include "Platform/Accessibility/Bus.h"
@@ -52,7 +52,7 @@ public:
                 continue;
             if (!std::getline(std::cin, line))
                 return;
-            obey(line);
+            line == "show" ? show() : host_.apply(line);
             std::cout << "done" << std::endl;
         }
     }
@@ -73,25 +73,16 @@ private:
             Seconds{5});
     }
 
-    void obey(const std::string& line)
+    void happen(const std::string& word)
     {
-        const auto colon = line.rfind(": ");
-        const std::map<std::string, std::function<void()>> deeds{
-            {"show", [this] { show(); }},
-            {"replace", [this] { ++generation_; }},
-            {"close", [this] { program_.close(std::exchange(window_, XCB_NONE)); }},
-            {"stop", [] { ::raise(SIGSTOP); }},
-            {"die", [] { ::raise(SIGKILL); }},
-            {"nothing", [] {}},
-        };
-        if (deeds.contains(line))
-            deeds.at(line)();
-        else if (colon != line.npos && deeds.contains(line.substr(colon + 2)))
-            host_.once(line.substr(3, colon - 3), deeds.at(line.substr(colon + 2)));
-        else if (line == "slow" || line == "flood" || line.starts_with("garble "))
-            lie_ = line;
+        if (word == "replace")
+            ++generation_;
+        else if (word == "close")
+            program_.close(std::exchange(window_, XCB_NONE));
+        else if (word == "stop" || word == "die")
+            ::raise(word == "stop" ? SIGSTOP : SIGKILL);
         else
-            host_.apply(line);
+            lie_ = word;
     }
     void show()
     {
@@ -99,6 +90,7 @@ private:
         for (std::string line; std::getline(std::cin, line) && line != ".";)
             tree += line + '\n';
         host_ = FakeHost(tree);
+        host_.otherwise = [this](const std::string& word) { happen(word); };
         ++generation_;
         lie_.clear();
         if (window_ == XCB_NONE)
@@ -115,8 +107,6 @@ private:
         const char* property = nullptr;
         if (member == "Get" && sd_bus_message_read(call, "ss", &interface, &property) > 0)
             member = property;
-        if (member == "GetAttributes")
-            looked_.clear(); // A scan begins with that.
         if (lie_ == "slow")
             ::usleep(50'000);
         if (lie_ == "flood")
@@ -168,10 +158,7 @@ private:
     int answerRole(sd_bus_message* call, const AXElement& element)
     {
         constexpr std::array name{ax::role};
-        const auto read =
-            looked_.insert(element.path).second
-                ? host_.attributes(element, name)
-                : std::optional(std::vector{host_.attribute(element, ax::role).value_or(AXNull{})});
+        const auto read = host_.attributes(element, name);
         const auto* const role = read ? std::get_if<std::string>(&read->front()) : nullptr;
         return role && numbers.contains(*role)
                  ? sd_bus_reply_method_return(call, "u", numbers.at(*role))
@@ -250,7 +237,6 @@ private:
     OtherProgram::Window window_ = XCB_NONE;
     bus::Connection bus_;
     FakeHost host_{""};
-    std::set<std::string> looked_; // The elements that this scan has looked at.
     std::string lie_;
     int generation_ = 0;
 };
