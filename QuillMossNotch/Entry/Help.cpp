@@ -21,6 +21,7 @@ Without an option: the resident application, which keeps the notch on the screen
   --configure-completion --apply|--remove
                                   the same for the hooks at the end of a turn
   --native-diagnose               tell whether windows of QuillMoss can be read
+  --ui-self-test                  check the notch on this machine, without a display
   --help, -h                      show this
   --version                       show the version
 

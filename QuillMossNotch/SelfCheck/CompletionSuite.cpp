@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Rehearsal/StartedModel.h"
+#include "SelfCheck/MovingNotch.h"
 #include "SelfCheck/Suite.h"
 #include "SelfCheck/Suites.h"
 
@@ -173,6 +174,25 @@ close, gone A, wait 2 | open turn A ready)",
         "remind, ask A, wait 0.5, turn, ..., wait 0.5"},
 };
 
+void checkFit(Suite& suite)
+{
+    MovingNotch notch;
+    notch.play("layOut, remind, turn, wait 0.4");
+    suite.check("a turn's end is shown whole on the surface, off the screen as on it",
+        notch.panel.current.width == 480 && notch.panel.current.height <= 800
+            && notch.showsWhole("completion-reminder"));
+    suite.check("its open button is disabled until the guard delay is over",
+        notch.find("completion-open") && !notch.isArmed("completion-open"));
+    notch.play("deaf, wait 0.1, clickOn completion-open, wait 1");
+    suite.check("a host that does not come is told on the surface, and the button stays disabled",
+        notch.showsWhole("completion-reminder") && !notch.isArmed("completion-open")
+            && notch.find("completion-activation-failed")
+            && notch.find("completion-activation-failed")->isVisible());
+    suite.check("the button that takes note closes the notch",
+        notch.after("calls, clickOn completion-dismiss, wait 1, calls"),
+        "activate 7  400,0 480x32/236 narrow");
+}
+
 } // namespace
 
 int checkCompletions(std::ostream& out)
@@ -186,6 +206,7 @@ int checkCompletions(std::ostream& out)
     suite.check(foreground);
     checkOldEnds(suite);
     suite.check(priorities);
+    checkFit(suite);
     return suite.end("Completion UI", "no real app activation or task decisions");
 }
 

@@ -17,8 +17,6 @@ class FakeSurface : public NotchSurface {
 public:
     Rect current{400, 0, 480, 32};
     std::vector<std::pair<Rect, double>> applied; // With its surface's width.
-    double contentHeight = 300;
-    double tallest = 0; // As the content was last told.
     bool onScreen = true;
     int raises = 0;
     bool coverWatched = false;
@@ -34,11 +32,7 @@ public:
         current = frame;
         applied.emplace_back(frame, surfaceWidth);
     }
-    double fitContent(double, double maxHeight) override
-    {
-        tallest = maxHeight;
-        return contentHeight;
-    }
+    double fitContent(double, double) override { return current.height; }
     bool isOnScreen() const override { return onScreen; }
     void bringToFront() override { ++raises; }
     void watchCover(bool watched) override { coverWatched = watched; }

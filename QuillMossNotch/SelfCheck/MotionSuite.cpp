@@ -10,8 +10,11 @@ namespace notch {
 int checkMotion(std::ostream& out)
 {
     Suite suite(out, "motion");
+    checkLayout(suite);
     checkReveal(suite);
     checkSilhouette(suite);
+    checkMask(suite);
+    checkSettings(suite);
     return suite.end("Motion", "no real approvals or exits submitted");
 }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "Rehearsal/StartedModel.h"
+#include "SelfCheck/MovingNotch.h"
 #include "SelfCheck/Suite.h"
 #include "SelfCheck/Suites.h"
 
@@ -148,6 +149,54 @@ void checkOldScans(Suite& suite)
     suite.check("fresh scans after it do", started.after("scan Q, scan Q"), "open question Q");
 }
 
+// The same canvas for the shortest question and the longest.
+void checkCanvas(Suite& suite)
+{
+    struct Row {
+        const char* text;
+        const char* operations;
+    };
+    for (const auto& [text, operations] : {
+             Row{"a question is shown whole on a canvas of 480 points", "question"},
+             Row{"a long question is shown on the same canvas, and stays on the screen",
+                 "longQuestion"},
+             Row{"a failed hand-over is told on the same canvas",
+                 "question, deaf, wait 1, clickOn question-go-answer"},
+         }) {
+        MovingNotch notch;
+        notch.play(std::string("layOut, ") + operations + ", wait 1");
+        const auto& frame = notch.panel.current;
+        suite.check(text, frame.width == 480 && notch.panel.viewport().surfaceWidth() == 480
+                              && notch.panel.viewport().hosting().width() == 480
+                              && frame.height <= 800 && notch.showsWhole("question-reminder"));
+    }
+    MovingNotch notch;
+    notch.play("layOut, wait 1");
+    bool fixed = true;
+    notch.panel.frameApplied = [&] {
+        fixed = fixed && notch.panel.viewport().width() == 480
+             && notch.panel.viewport().hosting().width() == 480;
+    };
+    notch.play("question, wait 1, close, wait 1, open, wait 1");
+    suite.check("the canvas keeps its width while the notch opens and closes on a question", fixed);
+}
+
+void checkButton(Suite& suite)
+{
+    MovingNotch notch;
+    notch.play("layOut, question, wait 0.44");
+    suite.check("the question's button is disabled until the guard delay is over",
+        notch.find("question-go-answer") && !notch.isArmed("question-go-answer"));
+    notch.play("wait 0.02");
+    suite.check("and enabled then", notch.isArmed("question-go-answer"));
+    suite.check("its click brings the host to the front once, and closes the notch",
+        notch.after("clickOn question-go-answer, clickOn question-go-answer, calls, wait 1"),
+        "activate 7  400,0 480x32/236 narrow");
+    notch.play("unseen, unseen, question, wait 1, pressOn question-go-answer, close, open, wait 1");
+    suite.check("a press that is held while the question closes and opens again does nothing",
+        notch.after("releaseOn question-go-answer, calls"), "400,0 480xall/480 expanded");
+}
+
 } // namespace
 
 int checkQuestions(std::ostream& out)
@@ -156,6 +205,8 @@ int checkQuestions(std::ostream& out)
     suite.check(observations);
     suite.check(guards);
     suite.check(arming);
+    checkButton(suite);
+    checkCanvas(suite);
     suite.check(reopening);
     suite.check(withdrawal);
     checkOldScans(suite);
