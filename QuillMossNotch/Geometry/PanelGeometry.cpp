@@ -13,7 +13,7 @@ namespace {
 
 constexpr double minimumNotchWidth = 200;
 constexpr double screenMargins = 32; // Both sides together.
-constexpr double compactMargins = 36; // By which the collapsed surface is wider than the notch.
+constexpr double compactMargins = 36; // The collapsed surface is wider than the notch by this.
 
 double notchWidth(const ScreenRecord& screen)
 {

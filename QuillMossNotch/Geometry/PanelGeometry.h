@@ -10,11 +10,11 @@
 
 namespace notch {
 
-// Of the expanded surface, where the screen has room for it.
+// The expanded surface's width, where the screen has room for it.
 inline constexpr double maximumPanelWidth = 480;
 // Of a notch, and in the place of one on a display that has none.
 inline constexpr double minimumNotchHeight = 8;
-// By which the collapsed surface is higher than the notch: its words are there.
+// The collapsed surface is higher than the notch by this, for its words.
 inline constexpr double compactTextHeight = 24;
 
 // What the layout must know of a screen. A display without a notch of its own has no top inset and

@@ -15,8 +15,7 @@ namespace {
 constexpr std::array lastLook{
     ax::role, ax::enabled, ax::hidden, ax::title, ax::value, ax::description};
 
-// An attribute without a text says nothing against the button; whatever it does say must be the
-// label.
+// An attribute without a text is no objection; any text that it has must be the label.
 bool showsNothingElse(const AXValue& value, std::string_view label)
 {
     const auto* text = std::get_if<std::string>(&value);

@@ -11,14 +11,14 @@
 
 namespace notch {
 
-// Where a window is, for pointer and eye (X Nonrectangular Window Shape Extension). Nothing happens
+// Where a window can be clicked and seen (X Nonrectangular Window Shape Extension). Nothing happens
 // without an X server. The window must have been created.
 
 // Clicks count only on these pixels; elsewhere they reach the window below.
 void setInputRegion(QWindow& window, std::span<const PixelRect> pixels);
 // The window is cut to these pixels, with hard edges.
 void setVisibleRegion(QWindow& window, std::span<const PixelRect> pixels);
-// The whole rectangle shows again, and its own transparency rules.
+// The whole rectangle shows again, as transparent as the window draws it.
 void clearVisibleRegion(QWindow& window);
 // What the server shows from a change of the window's size until it is drawn anew: what there was,
 // hanging from the middle of the top edge, and nothing beside it.

@@ -30,7 +30,7 @@ xcb_atom_t atom(const char* name);
 // One of this program's top-level windows, menus and tool tips included.
 bool isOurOwn(xcb_window_t window);
 xcb_window_t selectionOwner(const char* selection);
-// Takes a selection that nobody holds, until the process ends. False: another program holds it.
+// Takes a free selection until the process ends. False: another program holds it.
 bool claimSelection(const char* selection);
 
 } // namespace notch::x11
