@@ -22,7 +22,7 @@ namespace {
 
 constexpr Seconds settling{0.4}; // A reveal and a little more.
 
-// The notch as the application puts it together, on the real clock, with nobody outside it.
+// The notch as the application puts it together, on the real clock, with made-up surroundings.
 class Notch final : public QObject {
 public:
     Notch()

@@ -67,14 +67,14 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
             happen(change);
         }
     }
-    // It lists no window, and calls this one both main and focused.
+    // Lets the host list no window, and call this one both main and focused.
     void fallBackTo(const std::string& id)
     {
         for (const auto& change : {std::string("AXWindows application = []"),
                  "AXMainWindow application = #" + id, "AXFocusedWindow application = #" + id})
             apply(change);
     }
-    // Just before the answer to that call, the first time.
+    // Runs just before the first answer to that call.
     void once(const std::string& call, std::function<void()> work)
     {
         before = [this, call, work = std::move(work)](const std::string& made) {
@@ -141,7 +141,7 @@ struct FakeHost final : Accessibility, HostApplications, Clock {
     std::set<std::string> failing; // Calls without an answer.
     std::function<void(const std::string& call)> before; // Each answer.
     std::function<void(const std::string& word)> otherwise; // For any other thing that happens.
-    std::vector<std::string> pressed; // Ids.
+    std::vector<std::string> pressed; // By id.
     mutable std::vector<std::string> calls;
 
 private:

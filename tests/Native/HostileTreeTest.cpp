@@ -11,7 +11,7 @@ namespace notch {
 namespace {
 
 constexpr std::size_t million = 1'000'000;
-constexpr std::size_t deep = 100'000; // No stack frame is as small as what this leaves each.
+constexpr std::size_t deep = 100'000; // Each level has less stack than any frame needs.
 
 void expectNoCard(NativeApprovalNode root, bool hasButtons)
 {

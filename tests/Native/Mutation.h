@@ -100,8 +100,8 @@ void expectBounds(const std::string& card, const Mutations& rows, Classify class
     }
 }
 
-// No second change makes good what the first has spoilt, but for those that are known to: a text
-// that takes a missing one's place, or the same frame.
+// No second change repairs what the first has spoilt, except for known ones: a text that takes a
+// missing one's place, or the same frame.
 template <class Classify>
 void expectRefusedWith(const std::string& card, const Mutations& spoilt, const Mutations& others,
     const Mutations& cures, Classify classify)
@@ -121,7 +121,7 @@ inline std::string times(std::size_t count, const std::string& line)
     return lines;
 }
 
-// So many nodes, each in the one before.
+// A chain of so many nodes, each in the one before.
 inline std::string nested(std::size_t count, std::size_t indent, const std::string& node)
 {
     std::string lines;

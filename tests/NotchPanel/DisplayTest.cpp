@@ -79,7 +79,7 @@ TEST_F(PanelOnDesktop, reducedMotionFollowsTheSettingsDaemon)
     launch();
     EXPECT_FALSE(reduceMotion());
     other.publish("_XSETTINGS_SETTINGS", property(1, setting(0, animations, "\0\0\0\0"s)));
-    EXPECT_FALSE(reduceMotion()); // Not a daemon yet.
+    EXPECT_FALSE(reduceMotion()); // The window is no daemon's yet.
     other.claim("_XSETTINGS_S0");
     EXPECT_TRUE(reduceMotion());
     other.publish("_XSETTINGS_SETTINGS", property(1, on));

@@ -94,7 +94,7 @@ TEST_F(RunningApplicationsTest, aZombieWhoseConnectionAnotherProcessHoldsIsTermi
         other.openWindow("quillmoss");
         if (::fork() != 0)
             ::_exit(0);
-        ::alarm(2); // Ends it.
+        ::alarm(2); // Ends this process.
         ::pause();
     }
     EXPECT_TRUE(becomes({"other active terminated"}));

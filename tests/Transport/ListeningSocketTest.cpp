@@ -31,7 +31,7 @@ protected:
         return listening.ok() ? std::nullopt : std::optional(listening.error().code);
     }
 
-    // What a crashed server leaves behind.
+    // A socket as a crashed server leaves it.
     UniqueFd leaveSocket(mode_t mode = 0600) const
     {
         EXPECT_FALSE(place.directory().prepare());
@@ -109,7 +109,7 @@ TEST_F(ListeningSocketTest, leavesALiveServerAlone)
     const auto first = ListeningSocket::open(place, 0);
     ASSERT_TRUE(first.ok());
     EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
-    // The probes that nobody accepts fill the backlog; a server with a full one is alive, too.
+    // Probes that are not accepted fill the backlog; a server with a full one is alive, too.
     while (place.connect()) { }
     EXPECT_EQ(errorOfOpen(), Code::alreadyRunning);
     EXPECT_TRUE(first.value().isReachable());
