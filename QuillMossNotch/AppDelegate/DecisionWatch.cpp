@@ -50,6 +50,12 @@ void DecisionWatch::beginAnew()
     panel_.viewport().update(); // What the server kept of it would be no new frame.
 }
 
+void DecisionWatch::setLocked(bool locked)
+{
+    locked_ = locked;
+    beginAnew();
+}
+
 std::optional<ShownDecision> DecisionWatch::onShow() const
 {
     return shown_ && inSight() == shown_ ? shown_ : std::nullopt;
@@ -78,7 +84,8 @@ bool DecisionWatch::eventFilter(QObject* object, QEvent* event)
 // As it would be seen if it were drawn now.
 std::optional<ShownDecision> DecisionWatch::inSight() const
 {
-    if (!panel_.isOnScreen() || !panel_.windowHandle()->isExposed() || panel_.isCovered())
+    if (locked_ || !panel_.isOnScreen() || !panel_.windowHandle()->isExposed()
+        || panel_.isCovered())
         return std::nullopt;
     const auto decision = view_.decision();
     const auto isUncovered = [this](Point point) {

@@ -15,11 +15,11 @@
 
 namespace notch {
 
-// Knows which decision a person has before their eyes, and tells the model whenever that changes.
-// A decision is on show from the first frame that
+// Knows which decision, or which step of a reminder, a person has before their eyes, and tells the
+// model whenever that changes. It is on show from the first frame that
 //  - has been drawn with it and done by the server,
-//  - on a panel that is on the screen and not hidden by other windows,
-//  - with both buttons uncovered by the reveal,
+//  - on a panel that is on the screen and not hidden by other windows or a screen locker,
+//  - with its buttons uncovered by the reveal,
 // for as long as none of this changes and the buttons stay where they are. Main thread.
 class DecisionWatch final : public QObject, public DecisionDisplay {
 public:
@@ -29,8 +29,10 @@ public:
     ~DecisionWatch() override;
     Q_DISABLE_COPY_MOVE(DecisionWatch)
 
-    // Other windows or a screen locker have hidden the surface, or have left a part of it again.
+    // Other windows have hidden the surface, or have left a part of it again.
     void beginAnew();
+    // A screen locker has come on or gone off; nothing is on show while it is on.
+    void setLocked(bool locked);
 
     std::optional<ShownDecision> onShow() const override;
     std::optional<InputTime> inputTime() const override;
@@ -48,6 +50,7 @@ private:
     const NotchView& view_;
     const VerticalRevealAnimator& animator_;
     ServerClock serverClock_;
+    bool locked_ = false;
     bool drawing_ = false; // A frame is on its way to the server.
     std::optional<ShownDecision> drawn_; // In that frame.
     std::optional<ShownDecision> shown_; // In the last frame that the server has done.

@@ -52,7 +52,7 @@ NotchStage::NotchStage(
           .refreshHit = [this] { refreshHit(); },
       })
     , decisionWatch_(model, panel_, view_, animator_)
-    , sessionLock_([this] { decisionWatch_.beginAnew(); })
+    , sessionLock_([this] { decisionWatch_.setLocked(sessionLock_.isLocked()); })
 {
     setAccessibleRole(panel_, QAccessible::Dialog);
     panel_.setWindowTitle(QStringLiteral("QuillMoss Notch"));

@@ -18,6 +18,7 @@ protected:
     // Longer than a double click, shorter than the guard delay.
     static constexpr std::uint32_t tooSoon = 420;
     static constexpr std::uint32_t inABurst = 120;
+    static constexpr std::uint32_t longEnough = 600;
 
     void SetUp() override
     {
@@ -33,6 +34,11 @@ protected:
         other_.pause(after);
         other_.press();
         other_.release();
+    }
+    static void lock(const char* on)
+    {
+        const auto tell = std::string("dbus-send / org.gnome.ScreenSaver.ActiveChanged boolean:");
+        ASSERT_EQ(std::system((tell + on).c_str()), 0);
     }
     void expectStillWaiting()
     {
@@ -92,7 +98,10 @@ TEST_F(GuardTest, anythingThatHidesTheNotchBeginsAnewAndNothingHiddenCanBePresse
     other_.openAbove({0, 0, 1280, 800}); // It raises itself.
     clickAllow(tooSoon);
     armed();
-    ASSERT_EQ(std::system("dbus-send / org.gnome.ScreenSaver.ActiveChanged boolean:false"), 0);
+    lock("true");
+    clickAllow(tooSoon);
+    clickAllow(longEnough);
+    lock("false");
     clickAllow(tooSoon);
     expectStillWaiting();
 }
