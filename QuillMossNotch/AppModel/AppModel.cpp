@@ -82,10 +82,10 @@ void AppModel::publish()
         changed();
 }
 
-void AppModel::say(std::string message, MessageKind kind)
+void AppModel::fail(std::string message)
 {
+    state_.failure = message;
     state_.message = std::move(message);
-    state_.messageKind = kind;
 }
 
 // Launch and termination
@@ -110,10 +110,10 @@ void AppModel::startServer()
     });
     state_.serviceReady = !error;
     if (!error) {
-        say(bridgeReady);
+        state_.message = bridgeReady;
         return;
     }
-    say(bridgeFailed + error->describe(), MessageKind::failure);
+    fail(bridgeFailed + error->describe());
     expand();
 }
 
@@ -238,7 +238,7 @@ void AppModel::handleUnreachable()
 {
     const Change change(*this);
     state_.serviceReady = false;
-    say(bridgeUnreachable, MessageKind::failure);
+    fail(bridgeUnreachable);
 }
 
 // Arming and deciding
@@ -328,10 +328,11 @@ void AppModel::decide(const ApprovalRequest& request, Decision decision)
         return;
     }
     const bool delivered = deliver(decided, decision);
+    state_.failure.reset(); // It stood below the buttons.
     finish(decided.id, delivered ? kindOf(decision) : Kind::unavailable);
     if (!delivered && decided.isNative())
         openHost(decided.source); // The person can answer there.
-    say(delivered ? decisionSent : requestEnded);
+    state_.message = delivered ? decisionSent : requestEnded;
 }
 
 bool AppModel::deliver(const ApprovalRequest& request, Decision decision)
@@ -344,7 +345,7 @@ void AppModel::finish(const std::string& id, Kind kind)
 {
     state_.interaction.finish(id, kind, state_.isDemo);
     if (std::exchange(state_.isDemo, false))
-        say(demoEnded);
+        state_.message = demoEnded;
     scheduleFeedbackDismissal();
 }
 

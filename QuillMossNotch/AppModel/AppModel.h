@@ -23,7 +23,6 @@
 #include "TurnEnd/CompletionChannel.h"
 
 #include <cassert>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -34,15 +33,13 @@
 
 namespace notch {
 
-// What the line of status text tells of; a failure is shown in the notch, too.
-enum class MessageKind : std::uint8_t { progress, failure };
-
 // What the views read. A plain value; the model publishes it as a whole.
 struct AppModelState {
     NotchInteraction interaction;
     bool serviceReady = false; // Hooks can reach the approval server.
     std::string message = "正在启动本地审批桥接…"; // The line of status text.
-    MessageKind messageKind = MessageKind::progress;
+    // The last failure that the line told of, for the notch; until the person has decided above it.
+    std::optional<std::string> failure;
     bool isDemo = false; // The current request is a demonstration.
     bool actionReady = false; // The decision buttons are armed.
     double notchHeight = 32; // Points; these three are written by the layout pass.
@@ -200,7 +197,7 @@ private:
     void handleUnreachable();
     void startServer();
     void publish();
-    void say(std::string message, MessageKind kind = MessageKind::progress);
+    void fail(std::string message);
 
     Date now() const { return dependencies_.clock.now(); }
     bool isOn(Preference preference) const { return state_.switches.isOn(preference); }

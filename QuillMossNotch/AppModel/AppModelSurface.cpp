@@ -166,7 +166,7 @@ void AppModel::openHost(const std::optional<std::string>& source)
 void AppModel::hostNotOpened(const std::string& text)
 {
     const Change change(*this);
-    say(text, MessageKind::failure);
+    fail(text);
     expand();
 }
 

@@ -192,12 +192,12 @@ void NotchView::dropApproval()
 
 void NotchView::showFailure()
 {
-    const bool failed = state_->messageKind == MessageKind::failure;
-    failure_->setVisible(failed);
-    if (!failed)
+    const auto& failure = state_->failure;
+    failure_->setVisible(failure.has_value());
+    if (!failure)
         return;
-    failure_->setContent(Symbol::exclamationmarkShield, state_->message);
-    setPlainToolTip(*failure_, state_->message);
+    failure_->setContent(Symbol::exclamationmarkShield, *failure);
+    setPlainToolTip(*failure_, *failure);
 }
 
 void NotchView::tick()

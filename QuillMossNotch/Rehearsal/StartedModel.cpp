@@ -51,6 +51,7 @@ StartedModel::StartedModel()
         {"on", [this] { model.setPreference(preference(), true); }},
         {"off", [this] { model.setPreference(preference(), false); }},
         {"message", [this] { answer(state().message); }},
+        {"failure", [this] { answer(state().failure.value_or("none")); }},
         {"open", [this] { model.expand(); }},
         {"close", [this] { model.collapse(); }},
         {"enter", [this] { model.setPointerInside(true); }},

@@ -18,9 +18,10 @@ namespace notch {
 //   deny A        | open receipt denied -> server.decide A deny
 //
 // Requests go by their ID, a demonstration by "demo". "press" answers whether it was one, "copy"
-// what went to the pasteboard, "message" the line of status text. Questions go by their flow, turns
-// by their session; "question" and "turn" bring up one of each. "…Late" uses the token that was
-// kept. "remind" switches the reminders of turns on, which they are not at first.
+// what went to the pasteboard, "message" the line of status text, "failure" the notch's. Questions
+// go by their flow, turns by their session; "question" and "turn" bring up one of each. "…Late"
+// uses the token that was kept. "remind" switches the reminders of turns on, which they are not at
+// first.
 //
 // From "watched" on the model has a screen: "frame" draws what there is to decide, "blank" and
 // "move" take it away and to another place, which "quietly" keeps from the model; "click" is a

@@ -200,6 +200,11 @@ message                        | 上条请求已结束  open receipt unavailable
 card B, wait 9, deny B         | open receipt unavailable native -> monitor.decide B deny, open quillmoss
 noHost, card C, wait 9         | open [C] armed
 deny C, message                | 上条请求已结束  open receipt unavailable native -> monitor.decide C deny)"},
+    {"a failure stays in the notch until the person has decided above it",
+        R"(refuse, noHost, card A, wait 9, deny A | open receipt unavailable native -> monitor.decide A deny
+failure                                | 未在 Applications 找到 QuillMoss，请手动打开  open receipt unavailable native
+ask B, wait 9, deny B                  | open receipt unavailable -> server.decide B deny
+failure                                | none  open receipt unavailable)"},
     {"a receipt says that the hook on show has gone, or that its time is over",
         R"(wait 1  | open receipt unavailable
 wait 49 | open receipt unavailable
