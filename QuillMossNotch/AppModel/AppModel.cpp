@@ -267,6 +267,7 @@ void AppModel::disarm()
 {
     readinessWork_.cancel();
     readinessGeneration_ = UUID::random();
+    guard_.disarm();
     state_.actionReady = false;
 }
 
@@ -309,6 +310,11 @@ std::optional<AppModel::ArmedPress> AppModel::press(
     return ArmedPress{.requestID = requestID, .arming = readinessGeneration_};
 }
 
+bool AppModel::mayPress(UUID reminder, const std::optional<InputTime>& at) const
+{
+    return guard_.holds(reminder) && guard_.counts(at);
+}
+
 void AppModel::release(const ArmedPress& press, Decision decision)
 {
     const auto* current = state_.interaction.current();
@@ -322,13 +328,13 @@ void AppModel::decide(const ApprovalRequest& request, Decision decision)
     if (!isArmed(request.id))
         return;
     disarm(); // Before anything leaves, so that the same click cannot be replayed.
+    state_.failure.reset(); // It stood below the buttons.
     const auto decided = *state_.interaction.current(); // A copy: it leaves the queue below.
     if (state_.isDemo) {
         finish(decided.id, kindOf(decision));
         return;
     }
     const bool delivered = deliver(decided, decision);
-    state_.failure.reset(); // It stood below the buttons.
     finish(decided.id, delivered ? kindOf(decision) : Kind::unavailable);
     if (!delivered && decided.isNative())
         openHost(decided.source); // The person can answer there.

@@ -59,6 +59,7 @@ struct AppModelState {
     CompletionOffer completionState;
     bool completionActionReady = false;
     bool completionActivationFailed = false; // The host did not come to the front.
+    bool completionSeen = false; // It has been on show for the guard delay.
     std::string completionStatus; // How the turn-end channel does.
     bool completionHookInstalled = false;
 
@@ -127,6 +128,8 @@ public:
     // Nothing unless the buttons are armed for this request now, and were when the person acted.
     std::optional<ArmedPress> press(
         const std::string& requestID, const std::optional<InputTime>& at = {}) const;
+    // The same for a reminder's buttons. The release goes to an operation below.
+    bool mayPress(UUID reminder, const std::optional<InputTime>& at = {}) const;
     // Decides if the press still holds; otherwise nothing happens.
     void release(const ArmedPress& press, Decision decision);
     // The one path by which a decision leaves.
@@ -157,6 +160,7 @@ public:
     void refreshConfiguredProfiles();
 
     // Reminders. The tokens are those of what is on show; true: the host was brought to the front.
+    // Nothing happens while the display does not show them, or has not for the guard delay.
     bool handoffQuestion(const QuestionReminderState::PresentationToken& token);
     bool activateCompletion(UUID token);
     void dismissCompletion(UUID token);

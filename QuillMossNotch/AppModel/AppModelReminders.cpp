@@ -13,19 +13,20 @@ namespace notch {
 bool AppModel::handoffQuestion(const QuestionReminderState::PresentationToken& token)
 {
     const Change change(*this);
-    return questions_.handoff(token);
+    return guard_.holds(token.value) && questions_.handoff(token);
 }
 
 bool AppModel::activateCompletion(UUID token)
 {
     const Change change(*this);
-    return completions_.activate(token);
+    return guard_.holds(token) && completions_.activate(token);
 }
 
 void AppModel::dismissCompletion(UUID token)
 {
     const Change change(*this);
-    completions_.dismiss(token);
+    if (guard_.holds(token))
+        completions_.dismiss(token);
 }
 
 void AppModel::startCompletionMonitoring()
@@ -62,9 +63,12 @@ void AppModel::disarmReminders()
 void AppModel::publishReminders()
 {
     state_.questionState = questions_.state();
-    state_.questionActionReady = questions_.actionReady();
+    state_.questionActionReady =
+        questions_.actionReady() && guard_.hasShown(questions_.state().token()->value);
     state_.completionState = completions_.offer();
-    state_.completionActionReady = completions_.actionReady();
+    const auto& turn = state_.completionState.current;
+    state_.completionSeen = turn && guard_.hasShown(turn->token);
+    state_.completionActionReady = completions_.actionReady() && state_.completionSeen;
     state_.completionActivationFailed = completions_.activationFailed();
     state_.completionStatus = completions_.status();
     state_.completionHookInstalled = completions_.hookInstalled();
@@ -86,6 +90,7 @@ void AppModel::keepAsItIs()
 void AppModel::open()
 {
     state_.interaction.expand(now());
+    armReadiness();
 }
 
 void AppModel::withdraw()

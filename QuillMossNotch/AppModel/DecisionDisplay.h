@@ -4,6 +4,7 @@
 #pragma once
 
 #include "Foundation/Time.h"
+#include "Foundation/UUID.h"
 #include "Geometry/Rect.h"
 
 #include <array>
@@ -27,20 +28,22 @@ struct InputTime {
 };
 
 // A decision as a person sees it: the request, its form, and where its buttons are on the desktop.
+// In the same way the one step that a reminder offers, by the reminder's token.
 struct ShownDecision {
-    std::string requestID;
+    std::string requestID; // Empty for a reminder.
     bool showsAllParameters = false;
-    std::array<Rect, 2> buttons;
+    std::array<Rect, 2> buttons; // The same twice where there is one.
+    std::optional<UUID> reminder;
 
     bool operator==(const ShownDecision&) const = default;
 };
 
-// The screen, as far as decisions are concerned. Main thread.
+// The screen, as far as decisions and reminders are concerned. Main thread.
 class DecisionDisplay {
 public:
     virtual ~DecisionDisplay() = default;
 
-    // What a person could decide this very moment: drawn, on the screen, uncovered and not moved
+    // What a person could press this very moment: drawn, on the screen, uncovered and not moved
     // since. Nothing when any of it does not hold.
     virtual std::optional<ShownDecision> onShow() const = 0;
     // The server's clock now; nothing where events carry no time.

@@ -11,6 +11,8 @@ namespace {
 
 bool shows(const std::optional<ShownDecision>& shown, const NotchInteraction& interaction)
 {
+    if (shown && shown->reminder)
+        return interaction.requests().empty();
     return shown && shown->requestID == interaction.currentID()
         && shown->showsAllParameters == interaction.showAllParameters;
 }
@@ -21,6 +23,7 @@ void DecisionGuard::attach(const DecisionDisplay* display)
 {
     display_ = display;
     shown_.reset();
+    armed_ = false;
     armedAt_.reset();
 }
 
@@ -33,6 +36,7 @@ bool DecisionGuard::look(Uptime now)
         return false;
     shown_ = std::move(shown);
     shownSince_ = now;
+    armed_ = false;
     return true;
 }
 
@@ -48,11 +52,17 @@ std::optional<Seconds> DecisionGuard::remaining(
 
 bool DecisionGuard::holds(const NotchInteraction& interaction) const
 {
-    return !display_ || (shows(shown_, interaction) && display_->onShow() == shown_);
+    return !display_ || (shows(shown_, interaction) && isUnchanged());
+}
+
+bool DecisionGuard::hasShown(UUID reminder) const
+{
+    return !display_ || (armed_ && shown_ && shown_->reminder == reminder);
 }
 
 void DecisionGuard::arm()
 {
+    armed_ = true;
     armedAt_ = display_ ? display_->inputTime() : std::nullopt;
 }
 

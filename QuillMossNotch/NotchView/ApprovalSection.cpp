@@ -229,7 +229,8 @@ ShownDecision ApprovalSection::decision() const
 {
     return {.requestID = request_->id,
         .showsAllParameters = !parameters_->isHidden(),
-        .buttons = decision_->buttons()};
+        .buttons = decision_->buttons(),
+        .reminder = std::nullopt};
 }
 
 void ApprovalSection::copyClicked()

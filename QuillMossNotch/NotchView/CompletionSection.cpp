@@ -26,10 +26,10 @@ CompletionSection::CompletionSection(AppModel& model, QWidget* parent)
     , note_(plainLabel(style::font(12), style::white(0.6), this))
     , failure_(new TextLine(style::font(11), style::warning, this))
     , dismiss_(new ReminderButton(
-          NotchActionStyle::Role::secondary,
+          model, NotchActionStyle::Role::secondary,
           [&model](UUID token) { model.dismissCompletion(token); }, this))
     , open_(new ReminderButton(
-          NotchActionStyle::Role::primary,
+          model, NotchActionStyle::Role::primary,
           [&model](UUID token) { model.activateCompletion(token); }, this))
 {
     setObjectName(QStringLiteral("completion-reminder"));
@@ -75,10 +75,17 @@ QLayout* CompletionSection::buildButtons()
 
 void CompletionSection::present(const AppModelState& state)
 {
-    const auto token = state.completionState.current->token;
+    token_ = state.completionState.current->token;
     failure_->setVisible(state.completionActivationFailed);
-    dismiss_->setReminder(token, true);
-    open_->setReminder(token, state.completionActionReady);
+    dismiss_->setReminder(token_, state.completionSeen);
+    open_->setReminder(token_, state.completionActionReady);
+}
+
+ShownDecision CompletionSection::decision() const
+{
+    return {.requestID = {},
+        .buttons = {dismiss_->onDesktop(), open_->onDesktop()},
+        .reminder = token_};
 }
 
 } // namespace notch

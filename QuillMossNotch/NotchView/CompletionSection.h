@@ -22,11 +22,14 @@ public:
 
     // Only while there is such a reminder.
     void present(const AppModelState& state);
+    // What it offers, as it shows it.
+    ShownDecision decision() const;
 
 private:
     QLayout* buildTitle();
     QLayout* buildButtons();
 
+    UUID token_; // Of the reminder on show.
     TextLine* title_;
     QLabel* note_;
     TextLine* failure_;

@@ -11,16 +11,6 @@
 #include <QVBoxLayout>
 
 namespace notch {
-namespace {
-
-Rect onDesktop(const QWidget& widget)
-{
-    const auto corner = widget.mapToGlobal(QPointF());
-    return {corner.x(), corner.y(), static_cast<double>(widget.width()),
-        static_cast<double>(widget.height())};
-}
-
-} // namespace
 
 DecisionSection::DecisionSection(AppModel& model, QWidget* parent)
     : QWidget(parent)
@@ -104,7 +94,7 @@ void DecisionSection::showTime(const std::optional<TimeLine>& line)
 
 std::array<Rect, 2> DecisionSection::buttons() const
 {
-    return {onDesktop(*negative_), onDesktop(*positive_)};
+    return {negative_->onDesktop(), positive_->onDesktop()};
 }
 
 } // namespace notch

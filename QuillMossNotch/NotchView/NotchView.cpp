@@ -251,8 +251,13 @@ void NotchView::setReducesMotion(bool reduces)
 
 std::optional<ShownDecision> NotchView::decision() const
 {
-    return approval_ && approval_->isVisible() ? std::optional(approval_->decision())
-                                               : std::nullopt;
+    if (approval_ && approval_->isVisible())
+        return approval_->decision();
+    if (question_ && question_->isVisible())
+        return question_->decision();
+    if (completion_ && completion_->isVisible())
+        return completion_->decision();
+    return std::nullopt;
 }
 
 void NotchView::showEvent(QShowEvent* event)

@@ -52,7 +52,7 @@ public:
     int fit(int width, int maxHeight);
     // The desktop asks for less motion; false until told.
     void setReducesMotion(bool reduces);
-    // What can be decided here; nothing while no request is on show.
+    // What can be pressed here; nothing while neither a request nor a reminder is on show.
     std::optional<ShownDecision> decision() const;
 
 protected:

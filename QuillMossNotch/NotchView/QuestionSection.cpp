@@ -30,8 +30,8 @@ QuestionSection::QuestionSection(AppModel& model, QWidget* parent)
     , note_(plainLabel(style::font(11), style::white(0.5), this))
     , failure_(new TextLine(style::font(11), style::warning, this))
     , goAnswer_(new ReminderButton(
-          NotchActionStyle::Role::primary, [&model](UUID token) { model.handoffQuestion({token}); },
-          this))
+          model, NotchActionStyle::Role::primary,
+          [&model](UUID token) { model.handoffQuestion({token}); }, this))
 {
     setObjectName(QStringLiteral("question-reminder"));
     question_->setObjectName(QStringLiteral("question-title"));
@@ -58,7 +58,14 @@ void QuestionSection::present(const AppModelState& state)
     question_->setContent(content.question);
     page_->setContent(Symbol::none, content.page);
     failure_->setVisible(question.handoffStatus() == HandoffStatus::activationFailed);
-    goAnswer_->setReminder(question.token()->value, state.questionActionReady);
+    token_ = question.token()->value;
+    goAnswer_->setReminder(token_, state.questionActionReady);
+}
+
+ShownDecision QuestionSection::decision() const
+{
+    const auto place = goAnswer_->onDesktop();
+    return {.requestID = {}, .buttons = {place, place}, .reminder = token_};
 }
 
 } // namespace notch

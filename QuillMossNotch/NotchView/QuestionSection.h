@@ -22,8 +22,11 @@ public:
 
     // Only while a question is visible.
     void present(const AppModelState& state);
+    // What it offers, as it shows it.
+    ShownDecision decision() const;
 
 private:
+    UUID token_; // Of the question on show.
     TextLine* title_;
     TextBlock* question_;
     TextLine* page_;

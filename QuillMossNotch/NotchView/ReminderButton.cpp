@@ -7,15 +7,12 @@
 
 namespace notch {
 
-ReminderButton::ReminderButton(NotchActionStyle::Role role, Action action, QWidget* parent)
-    : ActionButton(role, parent)
+ReminderButton::ReminderButton(
+    const AppModel& model, NotchActionStyle::Role role, Action action, QWidget* parent)
+    : GuardedButton(role, parent)
+    , model_(model)
+    , action_(std::move(action))
 {
-    setEnabled(false);
-    connect(this, &QAbstractButton::pressed, this, [this] { pressed_ = token_; });
-    connect(this, &QAbstractButton::clicked, this, [this, action = std::move(action)] {
-        if (const auto pressed = std::exchange(pressed_, std::nullopt))
-            action(*pressed);
-    });
 }
 
 void ReminderButton::setReminder(UUID token, bool armed)
@@ -26,10 +23,16 @@ void ReminderButton::setReminder(UUID token, bool armed)
     setEnabled(armed);
 }
 
-void ReminderButton::hideEvent(QHideEvent* event)
+void ReminderButton::takePress(const std::optional<InputTime>& at)
 {
-    pressed_.reset(); // The pointer may still be down; that press counts for nothing any more.
-    ActionButton::hideEvent(event);
+    if (model_.mayPress(token_, at))
+        pressed_ = token_;
+}
+
+void ReminderButton::usePress()
+{
+    if (const auto pressed = std::exchange(pressed_, std::nullopt))
+        action_(*pressed);
 }
 
 } // namespace notch

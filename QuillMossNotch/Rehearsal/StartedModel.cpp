@@ -84,10 +84,22 @@ StartedModel::StartedModel()
 
 std::optional<ShownDecision> StartedModel::decision() const
 {
-    const auto id = interaction().currentID();
-    if (!id || interaction().feedback())
+    if (interaction().feedback() || !interaction().expanded())
         return std::nullopt;
-    return ShownDecision{*id, interaction().showAllParameters, {}};
+    if (const auto id = interaction().currentID())
+        return ShownDecision{*id, interaction().showAllParameters, {}, {}};
+    const auto token = reminder();
+    return token ? std::optional(ShownDecision{{}, false, {}, token}) : std::nullopt;
+}
+
+std::optional<UUID> StartedModel::reminder() const
+{
+    if (!interaction().requests().empty() || interaction().feedback())
+        return std::nullopt;
+    if (state().questionState.visible())
+        return state().questionState.token()->value;
+    const auto& turn = state().completionState.current;
+    return turn ? std::optional(turn->token) : std::nullopt;
 }
 
 void StartedModel::show(const std::optional<ShownDecision>& shown)

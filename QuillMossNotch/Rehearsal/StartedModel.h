@@ -23,7 +23,7 @@ namespace notch {
 // uses the token that was kept. "remind" switches the reminders of turns on, which they are not at
 // first.
 //
-// From "watched" on the model has a screen: "frame" draws what there is to decide, "blank" and
+// From "watched" on the model has a screen: "frame" draws what there is to press, "blank" and
 // "move" take it away and to another place, which "quietly" keeps from the model; "click" is a
 // press somewhere on the desktop.
 class StartedModel : public TracePlayer {
@@ -33,8 +33,10 @@ public:
     const AppModelState& state() const { return model.state(); }
     const NotchInteraction& interaction() const { return model.state().interaction; }
 
-    // What there is to decide, as it would be drawn.
+    // What there is to press, as it would be drawn.
     std::optional<ShownDecision> decision() const;
+    // The reminder that the notch is free for.
+    std::optional<UUID> reminder() const;
     void show(const std::optional<ShownDecision>& shown);
 
     FakeDependencies fakes;

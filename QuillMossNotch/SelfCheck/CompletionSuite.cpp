@@ -39,6 +39,16 @@ wait 0.05, openTurn    | yes  closed -> activate 7)"},
     {"a click brings the host to the front once, and a double click no second time",
         R"(remind, turn, wait 0.5, keepTokens | open turn A ready
 openTurn, openTurnLate             | yes  no  closed -> activate 7)"},
+    {"what is not on the screen, or has not been for the guard delay, takes no click",
+        R"(frame, wait 1                | yes  closed -> activate 7
+frame, wait 0.44             | no  open turn A
+wait 1                       | no  open turn A
+frame, wait 1, blank         | no  open turn A
+frame, wait 1, quietly blank | no  open turn A ready
+frame, wait 1, move          | no  open turn A
+frame, wait 1, close, open   | no  open turn A
+deaf, frame, wait 1          | no  closed -> activate 7)",
+        "remind, watched, turn, ..., openTurn, noted"},
     {"a reminder noted is gone, and nobody comes to the front",
         R"(remind, turn, noted, wait 1 | closed)"},
     {"a button drawn for an older reminder does nothing to a newer one",

@@ -43,6 +43,14 @@ constexpr TraceCheck arming[] = {
         R"(question, goAnswer            | no  open question Q
 wait 0.44, goAnswer           | no  open question Q
 wait 0.02, goAnswer           | yes  closed -> activate 7)"},
+    {"a question that is not on the screen, or has not been for the guard delay, takes no click",
+        R"(frame, wait 0.46                    | yes  closed -> activate 7
+frame, wait 0.44                    | no  open question Q
+frame, wait 1, move                 | no  open question Q
+frame, wait 1, quietly blank        | no  open question Q ready
+frame, wait 0.44, scan Q, wait 0.02 | yes  closed -> activate 7
+frame, wait 1, frame                | yes  closed -> activate 7)",
+        "watched, question, wait 0.1, ..., goAnswer"},
     {"what withdraws or covers a question while it arms keeps it unarmed",
         R"(close       | closed question Q
 front       | closed

@@ -9,8 +9,8 @@ namespace notch {
 namespace {
 
 // Drives a model at random and watches, from outside, that no decision leaves and no host comes to
-// the front but by a click on what the person has had before their eyes for the whole guard delay,
-// and that reminders leave the requests alone.
+// the front and no reminder is put away but by a click on what the person has had before their eyes
+// for the whole guard delay, and that reminders leave the requests alone.
 class Walk : StartedModel {
 public:
     explicit Walk(unsigned seed)
@@ -32,7 +32,6 @@ public:
         fakes.server.hookWaits = below(4) != 0;
         const auto before = seen_;
         const auto interactionBefore = interaction();
-        reminderBefore_ = reminder_;
         step.take();
         judgeDecisions(before, step.clicks);
         if (step.reminds)
@@ -52,12 +51,7 @@ private:
         bool clicks = false; // A person does, on a button.
         bool reminds = false; // It is a matter of reminders.
     };
-    // The reminder that an open notch shows.
-    struct Reminder {
-        std::optional<UUID> token;
-        double since = 0;
-    };
-    // What a person could decide: on the screen, open, without a receipt over it.
+    // What a person could press: on the screen, open, without a receipt over it.
     struct Seen {
         std::optional<ShownDecision> decision;
         double since = 0;
@@ -71,14 +65,12 @@ private:
     void look()
     {
         const auto& shown = fakes.display.shown;
-        const bool visible = interaction().expanded() && shown && decision()
-                          && shown->requestID == decision()->requestID
-                          && shown->showsAllParameters == decision()->showsAllParameters;
-        const auto seen = visible ? shown : std::nullopt;
+        auto present = decision();
+        if (present && shown)
+            present->buttons = shown->buttons;
+        const auto seen = shown == present ? shown : std::nullopt;
         if (seen != seen_.decision)
             seen_ = {seen, fakes.time.uptime().seconds};
-        if (const auto token = shownReminder(); token != reminder_.token)
-            reminder_ = {token, fakes.time.uptime().seconds};
         std::set<std::string> ids;
         for (const auto& request : interaction().requests())
             EXPECT_TRUE(ids.insert(request.id).second) << request.id << " is queued twice";
@@ -89,7 +81,7 @@ private:
     {
         for (const auto& call : fakes.takeCalls()) {
             if (call.starts_with("activate"))
-                judgeActivation();
+                judgeActivation(before);
             const auto at = call.find(".decide ");
             if (at == std::string::npos)
                 continue;
@@ -103,22 +95,17 @@ private:
         }
     }
 
-    std::optional<UUID> shownReminder() const
+    void expectSeen(const Seen& before, UUID reminder)
     {
-        if (!interaction().expanded() || interaction().feedback()
-            || !interaction().requests().empty())
-            return std::nullopt;
-        if (state().questionState.visible())
-            return state().questionState.token()->value;
-        const auto& turn = state().completionState.current;
-        return turn ? std::optional(turn->token) : std::nullopt;
+        ASSERT_TRUE(before.decision) << "nothing was on screen";
+        EXPECT_EQ(before.decision->reminder, reminder) << "another one was on screen";
+        EXPECT_GE(seenFor(before), 0.45 - rounding);
     }
-    void judgeActivation()
+    void judgeActivation(const Seen& before)
     {
         const auto clicked = std::exchange(clicked_, std::nullopt);
         ASSERT_TRUE(clicked) << "nobody has clicked";
-        EXPECT_EQ(clicked, reminderBefore_.token) << "another one was on show";
-        EXPECT_GE(fakes.time.uptime().seconds - reminderBefore_.since, 0.45 - rounding);
+        expectSeen(before, *clicked);
         EXPECT_TRUE(activated_.insert(*clicked).second) << "twice for one reminder";
     }
     // A reminder may open the notch, which begins the guard delay anew, and close it.
@@ -146,13 +133,23 @@ private:
     }
     void clickReminder()
     {
-        if (const auto shown = shownReminder(); shown && below(4) != 0)
+        if (const auto shown = reminder(); shown && below(4) != 0)
             tokens_.push_back(*shown);
         if (tokens_.empty())
             return;
         clicked_ = tokens_.back();
         model.handoffQuestion({*clicked_});
         model.activateCompletion(*clicked_);
+        if (below(4) == 0)
+            dismissReminder(*clicked_);
+    }
+    void dismissReminder(UUID token)
+    {
+        const auto before = seen_;
+        const bool waited = reminder() == token;
+        model.dismissCompletion(token);
+        if (waited && reminder() != token)
+            expectSeen(before, token);
     }
 
     void ask(ApprovalRequest request)
@@ -178,7 +175,8 @@ private:
     {
         fakes.time.advance(Seconds{0.05 * static_cast<double>(1 + below(12))});
         const auto* current = interaction().current();
-        if (seen_.decision && seenFor(seen_) > 0.47 && current->expiresAt > fakes.time.now()) {
+        if (seen_.decision && current && seenFor(seen_) > 0.47
+            && current->expiresAt > fakes.time.now()) {
             EXPECT_TRUE(state().actionReady) << "a person could never answer";
         }
     }
@@ -257,8 +255,6 @@ private:
     std::optional<AppModel::ArmedPress> press_;
     std::vector<ApprovalRequest> known_;
     std::set<std::string> decided_;
-    Reminder reminder_;
-    Reminder reminderBefore_; // Before this step.
     std::vector<UUID> tokens_; // Seen on show.
     std::optional<UUID> clicked_; // In this step, for this reminder.
     std::set<UUID> activated_;
@@ -278,7 +274,7 @@ TEST(AppModelWalk, decidesOnlyWhatAPersonSawAndClicked)
         activations += walk.activations();
     }
     EXPECT_GT(decisions, 50U) << "the walk must come to where it can fail";
-    EXPECT_GT(activations, 15U);
+    EXPECT_GT(activations, 5U);
 }
 
 } // namespace
