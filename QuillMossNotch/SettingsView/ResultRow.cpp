@@ -43,8 +43,10 @@ bool ResultRow::refresh()
     backup_->setVisible(status.hasBackup);
     setAccessibleName(text_->text());
     const bool isNew = std::exchange(shown_, flow_.state().ended) != flow_.state().ended;
+    const bool wasVisible = isVisible();
     setVisible(!status.line.text.empty());
-    if (isNew) {
+    const bool isAnnounced = isVisible() && !wasVisible; // By the toolkit, as all that comes up.
+    if (isNew && !isAnnounced) {
         QAccessibleEvent announced(this, QAccessible::ObjectShow);
         QAccessible::updateAccessibility(&announced);
     }

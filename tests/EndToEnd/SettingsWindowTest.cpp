@@ -72,19 +72,26 @@ TEST_F(SettingsWindowTest, changesTheFileWhenThePersonConfirms)
         const char* button;
         const char* confirm;
         const char* told;
+        const char* spoken;
     };
     const std::string theme = "{\n  \"theme\" : \"dark\"\n}\n";
     file_.write(theme);
     reach("刷新状态");
     std::size_t changes = 0;
+    notch_.announcement();
     for (const auto& change : {
-             Change{"安装结束提醒接入…", "接入并开启", "独立通知 Hook 已安装"},
-             Change{"移除结束提醒接入…", "移除", "尚未安装到当前应用位置"},
-             Change{"安装接入…", "备份并安装", "本应用 Hook：配置已安装"},
-             Change{"移除接入…", "移除", "本应用 Hook：未安装"},
+             Change{"安装结束提醒接入…", "接入并开启", "独立通知 Hook 已安装",
+                 "已接入并开启结束提醒。请等待接入后新一轮的开始与结束；当前已完成任务不补弹。"},
+             Change{"移除结束提醒接入…", "移除", "尚未安装到当前应用位置",
+                 "已移除结束提醒接入，审批接入保持不变。"},
+             Change{"安装接入…", "备份并安装", "本应用 Hook：配置已安装",
+                 "配置已安装到 QuillMoss。请重启 QuillMoss；尚不代表已收到 Hook。"},
+             Change{"移除接入…", "移除", "本应用 Hook：未安装",
+                 "本应用接入已移除。请重新启动 QuillMoss。"},
          }) {
         click(change.button);
         click(change.confirm);
+        EXPECT_EQ(notch_.announcement(), change.spoken);
         EXPECT_TRUE(appears(change.told));
         EXPECT_EQ(file_.backups().size(), ++changes);
     }

@@ -107,7 +107,7 @@ TEST_F(RenderModes, showWhatTheirFlagsSay)
     }
 }
 
-// In one, each switch differs from its default and the host has the hook.
+// In one, each switch and the style differ from the default, and the host has the hook.
 TEST_F(RenderModes, showNothingOfTheAccount)
 {
     if (!canWrapAccount())
@@ -119,7 +119,8 @@ TEST_F(RenderModes, showNothingOfTheAccount)
            "questionRemindersEnabled=false\ncompletionRemindersEnabled=true\n";
     const auto runThere = [&](const Arguments& arguments) {
         auto command = account.command(PROGRAM_PATH, arguments);
-        command.insert(command.begin(), "XDG_CONFIG_HOME=" + file.home());
+        command.insert(
+            command.begin(), {"QT_STYLE_OVERRIDE=Windows", "XDG_CONFIG_HOME=" + file.home()});
         return runProgram(PrivateAccount::launcher, command).status;
     };
     ASSERT_EQ(runThere({"--configure", "quillmoss", "--apply"}), 0);

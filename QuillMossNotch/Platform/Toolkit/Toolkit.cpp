@@ -12,12 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Off the screen no session is needed, nor looked for. Without one the toolkit would warn on stderr
-// and make a folder for it.
+// Off the screen no session is needed, nor looked for, and its theme does not matter. Without one
+// the toolkit would warn on stderr and make a folder for it.
 std::unique_ptr<QTemporaryDir> ownRuntimeFolder(Toolkit::Platform platform)
 {
     if (platform != Toolkit::Platform::offscreen)
         return nullptr;
+    for (const auto* const preference : {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE"})
+        qunsetenv(preference);
     QLoggingCategory::setFilterRules(u"*.warning=false"_s);
     auto folder = std::make_unique<QTemporaryDir>();
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder->path()));
