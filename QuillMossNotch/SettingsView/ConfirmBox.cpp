@@ -66,7 +66,6 @@ QWidget* ConfirmBox::buttons(const ConfirmQuestion& question)
     auto* const row = new QDialogButtonBox;
     row->addButton(confirm, QDialogButtonBox::AcceptRole);
     row->addButton(cancel, QDialogButtonBox::RejectRole);
-    confirm->setAutoDefault(false);
     cancel->setDefault(true);
     connect(row, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(row, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -40,11 +40,13 @@ protected:
         return *page.findChild<Widget*>(QLatin1String(name));
     }
     QDialog* dialog() { return page.findChild<QDialog*>(); }
-    // On what has the keyboard, or with it on the named widget.
+    // On what has the keyboard; the named widget, if there is one.
     void answerWith(Qt::Key key, const char* name = nullptr)
     {
         find("settings-install").click();
-        QTest::keyClick(name ? &find<QWidget>(name) : dialog()->focusWidget(), key);
+        if (name)
+            find<QWidget>(name).setFocus();
+        QTest::keyClick(dialog()->focusWidget(), key);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     // Its middle lies within what can be seen of the scrolling content.
@@ -130,6 +132,8 @@ TEST_F(SettingsPageTest, aKeyMeantForTheWindowConfirmsNothing)
         EXPECT_FALSE(dialog()) << key;
         EXPECT_TRUE(find<QLabel>("settings-result").text().isEmpty());
     }
+    answerWith(Qt::Key_Return, "settings-confirm-yes");
+    EXPECT_NE(text(), "{}") << "it was meant for the button";
     QTest::keyClick(&page, Qt::Key_Escape);
     EXPECT_FALSE(page.isVisible());
 }
