@@ -64,38 +64,55 @@ protected:
     const PrivateAccount account_{file_.home()};
 };
 
-// What the window tells after a change, it reads from the file that the program finds in its
-// account's home.
-TEST_F(SettingsWindowTest, changesTheFileWhenThePersonConfirms)
+// Each change, with what a screen reader speaks of it, leaves the bytes that the command line
+// leaves of the same file.
+TEST_F(SettingsWindowTest, changesTheFileAsTheCommandLineDoes)
 {
     struct Change {
         const char* button;
-        const char* confirm;
-        const char* told;
-        const char* spoken;
+        const char* answer; // Null: nothing is asked.
+        const char* spoken; // Null: there is nothing to speak of.
+        std::vector<std::string> sameAs = {};
+        std::optional<std::string> file = {}; // What it holds before; as it was left, if absent.
     };
-    const std::string theme = "{\n  \"theme\" : \"dark\"\n}\n";
-    file_.write(theme);
+    const std::vector<std::string> install{"--configure", "quillmoss", "--apply"};
+    const auto legacy = withOwnEntries(
+        R"({"hooks":{"PreToolUse":[{"matcher":"Bash","hooks":[{OWN}]}]}})", PROGRAM_PATH);
+    const SettingsFile reference;
+    file_.write("{\n  \"theme\" : \"dark\"\n}\n");
+    reference.write(file_.text());
     reach("刷新状态");
-    std::size_t changes = 0;
     notch_.announcement();
-    for (const auto& change : {
-             Change{"安装结束提醒接入…", "接入并开启", "独立通知 Hook 已安装",
-                 "已接入并开启结束提醒。请等待接入后新一轮的开始与结束；当前已完成任务不补弹。"},
-             Change{"移除结束提醒接入…", "移除", "尚未安装到当前应用位置",
-                 "已移除结束提醒接入，审批接入保持不变。"},
-             Change{"安装接入…", "备份并安装", "本应用 Hook：配置已安装",
-                 "配置已安装到 QuillMoss。请重启 QuillMoss；尚不代表已收到 Hook。"},
-             Change{"移除接入…", "移除", "本应用 Hook：未安装",
-                 "本应用接入已移除。请重新启动 QuillMoss。"},
-         }) {
+    for (const auto& change :
+        {
+            Change{"安装结束提醒接入…", "接入并开启",
+                "已接入并开启结束提醒。请等待接入后新一轮的开始与结束；当前已完成任务不补弹。",
+                {"--configure-completion", "--apply"}},
+            Change{"移除结束提醒接入…", "移除", "已移除结束提醒接入，审批接入保持不变。",
+                {"--configure-completion", "--remove"}},
+            Change{"安装接入…", "取消", nullptr},
+            Change{"安装接入…", "备份并安装",
+                "配置已安装到 QuillMoss。请重启 QuillMoss；尚不代表已收到 Hook。", install},
+            Change{"更新接入…", "备份并安装",
+                "配置已安装到 QuillMoss。请重启 QuillMoss；尚不代表已收到 Hook。", install, legacy},
+            Change{"更新接入…", nullptr, "配置无法读取。已刷新状态，请检查后重试。", {}, "{"},
+            Change{"移除接入…", "移除", "本应用接入已移除。请重新启动 QuillMoss。",
+                {"--configure", "quillmoss", "--remove"}, legacy},
+        }) {
+        file_.write(change.file.value_or(file_.text()));
+        reference.write(file_.text());
+        if (!change.sameAs.empty())
+            runProgramAtHome(reference.home(), PROGRAM_PATH, change.sameAs);
         click(change.button);
-        click(change.confirm);
-        EXPECT_EQ(notch_.announcement(), change.spoken);
-        EXPECT_TRUE(appears(change.told));
-        EXPECT_EQ(file_.backups().size(), ++changes);
+        if (change.answer)
+            click(change.answer);
+        if (change.spoken)
+            EXPECT_EQ(notch_.announcement(), change.spoken);
+        else
+            EXPECT_TRUE(disappears(change.answer));
+        EXPECT_EQ(file_.text(), reference.text()) << change.button;
+        EXPECT_EQ(file_.backups().size(), reference.backups().size()) << change.button;
     }
-    EXPECT_EQ(file_.text(), theme);
     const auto opened = openFoldersWithTouch();
     click("在 Finder 显示备份");
     EXPECT_TRUE(waitUntil([&] { return std::filesystem::exists(opened); }));

@@ -86,7 +86,7 @@ inline constexpr const char* ownExecutable = "/a/QuillMossNotch";
 // The text with these words replaced by the members of a hook object, to which a row may add its
 // own: OWN is the own approval hook of the first edition, OWN_AI that of the second; TURN is the
 // own turn-end hook, TURN_PROBE its other variant; …_MOVED are those of a copy at another path.
-inline std::string withOwnEntries(std::string text)
+inline std::string withOwnEntries(std::string text, const char* executable = ownExecutable)
 {
     using Variant = HookInstaller::CompletionVariant;
     const auto members = [](const std::string& command, const char* timeout) {
@@ -100,12 +100,12 @@ inline std::string withOwnEntries(std::string text)
         return members(HookInstaller::completionCommand(path, variant), "2");
     };
     for (const auto& [word, replacement] : {
-             std::pair{"OWN_AI", approval(ownExecutable, "quillmossAI")},
+             std::pair{"OWN_AI", approval(executable, "quillmossAI")},
              std::pair{"OWN_MOVED", approval("/b/N", "quillmoss")},
-             std::pair{"OWN", approval(ownExecutable, "quillmoss")},
-             std::pair{"TURN_PROBE", turnEnd(ownExecutable, Variant::probe)},
+             std::pair{"OWN", approval(executable, "quillmoss")},
+             std::pair{"TURN_PROBE", turnEnd(executable, Variant::probe)},
              std::pair{"TURN_MOVED", turnEnd("/b/N", Variant::normal)},
-             std::pair{"TURN", turnEnd(ownExecutable, Variant::normal)},
+             std::pair{"TURN", turnEnd(executable, Variant::normal)},
          })
         for (auto at = text.find(word); at != text.npos; at = text.find(word))
             text.replace(at, std::string_view(word).size(), replacement);
