@@ -36,9 +36,12 @@ ConfirmBox::ConfirmBox(const ConfirmQuestion& question, QWidget* parent)
     column->setSpacing(12);
     column->setSizeConstraint(QLayout::SetFixedSize);
     auto* const title = plainLabel(question.title, settings::font(14, QFont::DemiBold));
+    auto* const text = plainLabel(question.text, settings::font(12));
     title->setMinimumWidth(question.preview ? previewSize.width() : leastWidth);
-    column->addWidget(title);
-    column->addWidget(plainLabel(question.text, settings::font(12)));
+    for (auto* const label : {title, text}) {
+        label->setMaximumWidth(previewSize.width());
+        column->addWidget(label);
+    }
     if (question.preview)
         column->addWidget(preview(*question.preview));
     column->addWidget(buttons(question));
