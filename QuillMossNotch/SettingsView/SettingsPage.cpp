@@ -49,9 +49,11 @@ SettingsPage::~SettingsPage()
 
 void SettingsPage::refresh()
 {
-    auto* const result = view_->refresh();
-    if (!result)
+    if (auto* const result = view_->refresh())
+        unseenResult_ = result;
+    if (!unseenResult_ || !isVisible())
         return;
+    auto* const result = std::exchange(unseenResult_, nullptr);
     // The row has no place before the layout has run.
     QTimer::singleShot(0, result, [this, result] { area_->ensureWidgetVisible(result); });
 }

@@ -41,6 +41,7 @@ private:
     HookFlow flow_;
     SettingsView* view_;
     QScrollArea* area_;
+    QWidget* unseenResult_ = nullptr; // The row of one that came while the window was closed.
 };
 
 } // namespace notch

@@ -3,7 +3,6 @@
 
 #include "SettingsView/SettingsPage.h"
 #include "SettingsView/SettingsHome.h"
-#include "support/WaitUntil.h"
 
 #include <gtest/gtest.h>
 
@@ -149,6 +148,20 @@ TEST_F(SettingsPageTest, aNewResultComesIntoSightAndGoesWithItsEdition)
     find<QComboBox>("settings-edition").setFocus();
     QTest::keyClick(&find<QComboBox>("settings-edition"), Qt::Key_Down);
     EXPECT_FALSE(row.isVisible()) << "another edition was chosen";
+}
+
+TEST_F(SettingsPageTest, aResultThatCameWhileTheWindowWasClosedIsInSightWhenItOpens)
+{
+    write("{}");
+    find("settings-turn-end-install").click();
+    find("settings-confirm-yes").click();
+    page.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        fakes.time.runPosted();
+        return !find<QLabel>("settings-result").text().isEmpty();
+    }));
+    page.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return isInSight(find<QWidget>("settings-result-row")); }));
 }
 
 TEST_F(SettingsPageTest, theFileIsReadAgainWhenTheWindowIsShown)
