@@ -7,6 +7,7 @@
 #include "SettingsView/SettingsFooter.h"
 #include "SettingsView/SettingsStyle.h"
 #include "SettingsView/SettingsView.h"
+#include "Style/AccessibleRole.h"
 
 #include <QFrame>
 #include <QKeyEvent>
@@ -33,6 +34,7 @@ SettingsPage::SettingsPage(AppModel& model, const HookFlow::Surroundings& surrou
     auto* const line = new QFrame;
     line->setFrameShape(QFrame::HLine);
     line->setFrameShadow(QFrame::Sunken);
+    setAccessibleRole(*line, QAccessible::Separator); // A frame would be a window to a reader.
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
