@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,6 +17,8 @@ namespace {
 
 class PointerOnDesktop : public PanelOnDesktop {
 protected:
+    using Seen = std::vector<std::string>;
+
     void SetUp() override
     {
         launch();
@@ -26,16 +29,17 @@ protected:
         monitor.emplace(PointerMonitor::Handlers{
             .elsewhere =
                 [this](PointerMonitor::Event event) {
-                    seen += "mdlr"[static_cast<int>(event)]; // Moved, dragged, left, right.
+                    static const Seen words{"moved", "dragged", "left", "right"};
+                    seen.push_back(words.at(static_cast<std::size_t>(event)));
                 },
             .pressed = [this](quint32 time) { presses.push_back(time); },
         });
         synchronise();
     }
     // Everything seen since the last call, once this was among it.
-    std::string seenWith(char awaited)
+    Seen seenWith(const std::string& awaited)
     {
-        eventually([&] { return seen.find(awaited) != std::string::npos; });
+        eventually([&] { return std::ranges::find(seen, awaited) != seen.end(); });
         synchronise(); // What the monitor asked for on this occasion holds.
         return std::exchange(seen, {});
     }
@@ -52,17 +56,19 @@ protected:
         synchronise();
     }
     // The same, with a click beside the surface that is seen as the end: nothing is missing.
-    std::string seenSoFar()
+    Seen seenSoFar()
     {
         press(3);
-        auto all = seenWith('r');
+        auto all = seenWith("right");
         release(3);
-        EXPECT_TRUE(all.ends_with('r'));
-        return all.substr(0, all.find('r'));
+        const auto end = std::ranges::find(all, "right");
+        EXPECT_EQ(std::distance(end, all.end()), 1);
+        all.erase(end, all.end());
+        return all;
     }
 
     std::optional<PointerMonitor> monitor;
-    std::string seen;
+    Seen seen;
     std::vector<quint32> presses;
 };
 
@@ -70,19 +76,19 @@ TEST_F(PointerOnDesktop, tellsPressesElsewhereAndOnlyThose)
 {
     press();
     release(1);
-    EXPECT_EQ(seenSoFar(), "l");
+    EXPECT_EQ(seenSoFar(), Seen{"left"});
     press(2);
     release(2);
     other.press(4); // A wheel step.
     other.release(4);
-    EXPECT_EQ(seenSoFar(), "");
+    EXPECT_EQ(seenSoFar(), Seen{});
     other.moveTo(640, 150);
-    EXPECT_EQ(seenWith('m'), "m");
+    EXPECT_EQ(seenWith("moved"), Seen{"moved"});
     press();
     EXPECT_TRUE(isPressed());
     release(1);
     other.moveTo(100, 500);
-    EXPECT_EQ(seenSoFar(), "m");
+    EXPECT_EQ(seenSoFar(), Seen{"moved"});
     EXPECT_TRUE(std::ranges::is_sorted(presses)) << "each has the server's time";
 }
 
@@ -90,25 +96,25 @@ TEST_F(PointerOnDesktop, freePointerWakesUsOnlyAtTheSurfacesEdge)
 {
     for (int x = 0; x < 100; ++x)
         other.moveTo(100 + x, 500);
-    EXPECT_EQ(seenSoFar(), "");
+    EXPECT_EQ(seenSoFar(), Seen{});
     other.moveTo(640, 10);
-    EXPECT_EQ(seenWith('m'), "m");
+    EXPECT_EQ(seenWith("moved"), Seen{"moved"});
     other.moveTo(405, 8); // Under the shoulder, within the window.
-    EXPECT_EQ(seenWith('m'), "m");
+    EXPECT_EQ(seenWith("moved"), Seen{"moved"});
 }
 
 TEST_F(PointerOnDesktop, dragOntoTheSurfaceIsTold)
 {
     press();
-    EXPECT_EQ(seenWith('l'), "l");
+    EXPECT_EQ(seenWith("left"), Seen{"left"});
     // That the pointer crosses the surface's edge may be told besides, before or after.
     other.moveTo(640, 10);
-    EXPECT_THAT(seenWith('d'), testing::HasSubstr("d"));
+    EXPECT_THAT(seenWith("dragged"), testing::Contains("dragged"));
     other.moveTo(100, 500);
-    EXPECT_THAT(seenWith('d'), testing::HasSubstr("d"));
+    EXPECT_THAT(seenWith("dragged"), testing::Contains("dragged"));
     release(1);
     other.moveTo(200, 500);
-    EXPECT_EQ(seenSoFar(), "");
+    EXPECT_EQ(seenSoFar(), Seen{});
 }
 
 } // namespace
