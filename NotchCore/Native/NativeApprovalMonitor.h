@@ -18,7 +18,8 @@ namespace notch {
 // Looks at the host's windows at regular times on a thread of its own, offers a delete card that
 // it knows, reports questions, and presses one button when it is told to. start(), stop() and
 // decide() return when the thread has done them, which is within one scan; callbacks run on the
-// thread and may call any of them.
+// thread and may call any of them. The thread keeps the usual priority: with a lower one the scans
+// only take longer while the cores are busy, and a click waits for them.
 class NativeApprovalMonitor final : public NativeApprovals {
 public:
     static constexpr Seconds usualInterval{0.8};

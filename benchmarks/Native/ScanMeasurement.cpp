@@ -6,9 +6,8 @@
 // Measures how the host's window is read and pressed, with hosts in Qt and GTK 3:
 //
 //   scans    twenty scans of windows of 100 and 1,700 elements, all of them in sight or most of
-//   them
-//            scrolled away, with idle and with busy cores; beside libatspi's walk of the same one.
-//            A low priority of the thread that reads only makes it slower than the host
+//            them scrolled away, with idle cores, with busy ones, and with a low priority there;
+//            beside libatspi's walk of the same window
 //   answers  from a card in the window to its request, and from the click to the delivered press
 //   idle     what a host of 100 elements in the background costs, in 60 seconds, here and there
 
@@ -24,7 +23,6 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstdio>
-#include <fstream>
 #include <mutex>
 #include <string>
 #include <sys/resource.h>
