@@ -139,9 +139,38 @@ select C                      | open A B [C] armed)"},
 void checkDecisionUnderWay(Suite& suite)
 {
     StartedModel started;
-    started.fakes.server.onDecide = [&] { started.play("allow A"); };
+    started.fakes.server.onDecide = [&] {
+        started.fakes.server.onDecide = {}; // Else a broken program would never come to an end.
+        started.play("allow A");
+    };
     suite.check("a second click while a decision is on its way is none",
         started.after("ask A, wait 1, deny A"), "open receipt denied -> server.decide A deny");
+}
+
+// The last barrier, should a button ever be armed by mistake. From a date of 0, so that the end of
+// a guard can be met exactly.
+void checkStateAlone(Suite& suite)
+{
+    const auto request = [](const char* id) {
+        return ApprovalRequest{
+            .id = id, .toolName = "Bash", .eventName = "PermissionRequest", .expiresAt = Date{50}};
+    };
+    NotchInteraction state;
+    state.receive(request("A"), Date{0});
+    state.receive(request("B"), Date{0});
+    suite.check("the state allows a decision from the very end of the guard to the request's own",
+        !state.canDecide("A", Date{0.449}) && state.canDecide("A", Date{0.45})
+            && state.canDecide("A", Date{49.999}) && !state.canDecide("A", Date{50}));
+    suite.check("the state allows no decision of a request that is not the one on show",
+        !state.canDecide("B", Date{1}) && !state.canDecide("C", Date{1}));
+    auto closed = state;
+    closed.collapse();
+    suite.check("the state allows no decision in a closed notch", !closed.canDecide("A", Date{1}));
+    state.finish("A", NotchInteraction::Feedback::Kind::allowed, false);
+    suite.check("the state allows no decision behind a receipt, and only a guard delay after it",
+        !state.canDecide("A", Date{9}) && !state.canDecide("B", Date{9})
+            && (state.dismissFeedback(Date{9}), !state.canDecide("B", Date{9.4}))
+            && state.canDecide("B", Date{9.5}));
 }
 
 constexpr DelayCheck guards[] = {
@@ -294,6 +323,7 @@ int checkInteraction(std::ostream& out)
     suite.check(collapses);
     suite.check(clicks);
     checkDecisionUnderWay(suite);
+    checkStateAlone(suite);
     suite.check(guards);
     suite.check(longGuards);
     suite.check(receipts);

@@ -153,6 +153,18 @@ void checkDetailsInPlace(Suite& suite)
             && notch.isArmed("decision-allow") && notch.panel.current.width == 480);
 }
 
+void checkButtons(Suite& suite)
+{
+    MovingNotch notch;
+    notch.play("layOut, ask A, wait 0.4");
+    suite.check("the buttons that decide are there at once, and disabled until the guard is over",
+        notch.find("decision-allow") && notch.find("decision-deny")
+            && !notch.isArmed("decision-allow") && !notch.isArmed("decision-deny"));
+    notch.play("wait 0.1");
+    suite.check("the buttons that decide are enabled then",
+        notch.isArmed("decision-allow") && notch.isArmed("decision-deny"));
+}
+
 } // namespace
 
 void checkLayout(Suite& suite)
@@ -161,6 +173,7 @@ void checkLayout(Suite& suite)
     checkMeasuredHeight(suite);
     checkEachFrame(suite);
     checkDetailsInPlace(suite);
+    checkButtons(suite);
     play(suite, clicks);
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int opaque = 128; // Half of a pixel and more is the surface's.
 
-// What one row of a picture has of the surface.
+// What one row of a picture has of the surface, in pixels.
 struct DrawnRow {
     int pieces = 0;
     int left = 0;
@@ -38,27 +38,32 @@ DrawnRow drawnRow(const QImage& picture, int y)
     return row;
 }
 
-// Where the silhouette is in a row of pixels, and where it is drawn, to a pixel.
+// In each row of pixels it is drawn where it is, to a point.
 bool drawsSilhouette(const QImage& picture, const NotchShape& shape, double offset)
 {
+    const double scale = picture.devicePixelRatio();
+    const auto isAt = [&](int pixel, double point) {
+        return std::abs(pixel / scale - offset - point) <= 1;
+    };
     for (int y = 0; y < picture.height(); ++y) {
-        const auto spans = shape.spansAt(y + 0.5);
+        const auto spans = shape.spansAt((y + 0.5) / scale);
         const auto row = drawnRow(picture, y);
-        if (y + 1 > shape.height()) { // Covered in part, or not at all.
+        if (y + 1 > shape.height() * scale) { // Covered in part, or not at all.
             if (row.pieces > 1)
                 return false;
-            continue;
-        }
-        if (spans.size() != 1 || row.pieces != 1 || std::abs(row.left - spans[0].left - offset) > 1
-            || std::abs(row.right - spans[0].right - offset) > 1)
+        } else if (spans.size() != 1 || row.pieces != 1 || !isAt(row.left, spans[0].left)
+                   || !isAt(row.right, spans[0].right)) {
             return false;
+        }
     }
     return true;
 }
 
-bool isDrawn(const QImage& picture, int x, int y)
+bool isDrawn(const QImage& picture, QPointF point)
 {
-    return qAlpha(picture.pixel(x, y)) >= opaque;
+    const auto pixel = point * picture.devicePixelRatio();
+    return qAlpha(picture.pixel(static_cast<int>(pixel.x()), static_cast<int>(pixel.y())))
+        >= opaque;
 }
 
 } // namespace
@@ -81,10 +86,11 @@ void checkMask(Suite& suite)
     notch.panel.frameApplied = {};
     notch.play("open, wait 1");
     const auto picture = pictureOf(viewport);
-    const int below = picture.height() - 1;
+    const double below = notch.panel.current.height;
     suite.check("the mask is the right way up: it flares at the top edge and is round below",
-        isDrawn(picture, 4, 0) && !isDrawn(picture, 4, 11) && isDrawn(picture, 20, below - 30)
-            && !isDrawn(picture, 14, below - 1) && isDrawn(picture, 40, below));
+        isDrawn(picture, {5, 0.5}) && !isDrawn(picture, {5, 11})
+            && isDrawn(picture, {20, below - 30}) && !isDrawn(picture, {14, below - 2})
+            && isDrawn(picture, {40, below - 2}));
 }
 
 } // namespace notch
