@@ -15,9 +15,6 @@
 #include <string>
 #include <vector>
 
-class QAbstractButton;
-class QEvent;
-
 namespace notch {
 
 // A panel on no screen, with the real content in it.
