@@ -10,13 +10,9 @@ NativeApprovalMonitor::NativeApprovalMonitor(
     AccessibilityTrust& trust, MonitorDependencies dependencies, Rhythm rhythm)
     : trust_(trust)
     , monitor_(std::move(dependencies), [this](bool on) { queue_.setTicking(on); })
-    , queue_("quillmoss-notch.native-approval", {.interval = rhythm.interval,
-                                                    .tick =
-                                                        [this] {
-                                                            monitor_.tick();
-                                                            return monitor_.mayRest();
-                                                        },
-                                                    .changes = std::move(rhythm.changes)})
+    , queue_("quillmoss-notch.native-approval",
+          {rhythm.interval, [this] { return monitor_.tick(), monitor_.mayRest(); },
+              std::move(rhythm.changes)})
 {
 }
 

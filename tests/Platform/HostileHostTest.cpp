@@ -8,12 +8,15 @@
 #include "Native/Scan/AccessibilityScan.h"
 #include "Native/Tree/PreOrderWalk.h"
 #include "Platform/Accessibility/AtspiAccessibility.h"
+#include "Platform/Accessibility/HostMonitor.h"
+#include "Platform/Accessibility/NativeDiagnosis.h"
 #include "Platform/Accessibility/Sha256.h"
 #include "support/HostTrees.h"
 #include "support/x11/OtherProgram.h"
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <csignal>
 #include <malloc.h>
 #include <poll.h>
@@ -161,6 +164,37 @@ TEST_F(HostileHostTest, outlivesTheAccessibilityBus)
         DesktopTrust(Seconds{5}).requestTrust();
         return monitor.tick(), !offered.empty();
     })) << status;
+}
+
+TEST_F(HostileHostTest, isReadAgainOnceAccessIsGiven)
+{
+    host.showInBackground(applications, groupedCardTree);
+    endAccessibilityBus(); // The next one is not in use yet.
+    std::atomic<bool> lacksAccess = false, offers = false;
+    const auto resting = makeHostMonitor(clock, Seconds{0.05});
+    resting->start({.onRequest = [&](const auto&) { offers = true; },
+                       .onRemoval = {},
+                       .onStatus =
+                           [&](const auto& text) {
+                               lacksAccess = lacksAccess || text == monitorText::needsAccess;
+                           },
+                       .onQuestion = {}},
+        {.approvals = true});
+    EXPECT_TRUE(waitUntil([&] { return lacksAccess.load(); }));
+    DesktopTrust(Seconds{5}).requestTrust();
+    EXPECT_TRUE(waitUntil([&] { return offers.load(); }));
+    resting->stop();
+}
+
+TEST_F(HostileHostTest, isDiagnosedWithoutAWordOfItsCard)
+{
+    host.showInBackground(applications, groupedCardTree);
+    std::ostringstream said;
+    diagnoseNative(said);
+    EXPECT_EQ(
+        said.str(), "Accessibility trusted: true\n" + std::string(monitorText::incomplete) + '\n'
+                        + std::string(monitorText::found)
+                        + "\nRecognized one actionable native approval card (contents omitted).\n");
 }
 
 // What a scan makes of a host's windows, a line a node; places are those in the window.

@@ -36,6 +36,7 @@ bool isOpen(const Connection& connection)
 Message call(sd_bus* bus, const Message& request, Seconds timeout)
 {
     sd_bus_message* reply = nullptr;
+    // A time-out of 0 would be the library's own, which is long.
     if (!bus || !request || timeout <= Seconds{0}
         || sd_bus_call(bus, request.get(), microseconds(timeout) + 1, nullptr, &reply) < 0)
         return {};
