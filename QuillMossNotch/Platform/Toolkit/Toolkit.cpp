@@ -20,7 +20,7 @@ std::unique_ptr<QTemporaryDir> ownRuntimeFolder(Toolkit::Platform platform)
         return nullptr;
     for (const auto* const preference : {"QT_QPA_PLATFORMTHEME", "QT_STYLE_OVERRIDE"})
         qunsetenv(preference);
-    QLoggingCategory::setFilterRules(u"*.warning=false"_s);
+    QLoggingCategory::setFilterRules(u"*.warning=false\n*.critical=false"_s);
     auto folder = std::make_unique<QTemporaryDir>();
     qputenv("XDG_RUNTIME_DIR", QFile::encodeName(folder->path()));
     return folder;
