@@ -33,7 +33,7 @@ protected:
 TEST_F(PersonalDesktopTest, clicksBesideTheSurfaceReachTheWindowBelowAndCloseAnIdleNotchOnly)
 {
     const auto button = settled(openNotch);
-    // The panel is as wide as the open notch at all times, and 480 points is that.
+    // Where the open notch, of 480 points, would have it.
     other_.clickAt(button.x - 230, button.y);
     EXPECT_TRUE(waitUntil([&] { return other_.takePresses() == 1; }));
     other_.clickAt(button.x, button.y);
@@ -83,6 +83,26 @@ TEST_F(PersonalDesktopTest, aRequestThatOtherWindowsCoverComesToTheFrontBeforeAn
     click(deny);
     expectAnswer(*hook, "deny");
     EXPECT_EQ(other_.takePresses(), 0);
+}
+
+TEST_F(PersonalDesktopTest, isAsLargeAsTheSettingsDaemonOrTheToolkitsResourceSays)
+{
+    const auto showsAs = [](const std::string& size) {
+        const auto look = "xwininfo -root -tree | grep -q 'QuillMoss Notch.* " + size + "+'";
+        return waitUntil([&] { return std::system(look.c_str()) == 0; });
+    };
+    EXPECT_TRUE(showsAs("236x32"));
+    other_.publish("_XSETTINGS_SETTINGS", // One integer, and 2.
+        std::string("\0\0\0\0\1\0\0\0\1\0\0\0\0\0\x17\0Gdk/WindowScalingFactor\0"
+                    "\1\0\0\0\2\0\0\0",
+            48));
+    other_.claim("_XSETTINGS_S0");
+    startResident();
+    EXPECT_TRUE(showsAs("472x64"));
+    ASSERT_EQ(std::system("echo Xft.dpi: 96 | xrdb -merge"), 0);
+    startResident();
+    EXPECT_TRUE(showsAs("236x32"));
+    EXPECT_EQ(std::system("xrdb -remove"), 0);
 }
 
 TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)

@@ -22,6 +22,7 @@ public:
 
 private:
     std::unique_ptr<QTemporaryDir> runtimeFolder_; // Null on x11.
+    bool scaleAnnounced_; // In the environment, while the toolkit starts.
     std::string program_ = "QuillMossNotch"; // Also the class of its windows.
     std::string flag_ = "-platform";
     std::string platform_;

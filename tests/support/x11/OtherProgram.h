@@ -181,10 +181,11 @@ public:
             reinterpret_cast<const char*>(&change));
         return waitUntil([&] { return activeWindow() != window; });
     }
-    // Publishes bytes on the window with which it claims.
+    // Publishes bytes on the window with which it claims, as a type of that name: the toolkit reads
+    // settings of another one for ever.
     void publish(const std::string& property, const std::string& bytes)
     {
-        setProperty(owner_, atom(property), XCB_ATOM_STRING, bytes);
+        setProperty(owner_, atom(property), atom(property), bytes);
         settle();
     }
 
