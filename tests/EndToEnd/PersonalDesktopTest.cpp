@@ -127,5 +127,46 @@ TEST_F(PersonalDesktopTest, theHostIsStartedAndWhenItRunsBroughtToTheFront)
     EXPECT_FALSE(fs::exists(started));
 }
 
+// As a native window of a Wayland session is to the window manager.
+TEST_F(PersonalDesktopTest, aHostThatOnlyTheBusKnowsIsAskedForItsWindowAndStartedIfItGivesNone)
+{
+    const fs::path data = std::getenv("XDG_DATA_HOME");
+    const auto started = data / "started", activated = data / "activated";
+    fs::create_directories(data / "applications");
+    fs::create_directories(data / "dbus-1/services");
+    fs::remove(data / "applications/quillmoss.desktop");
+    std::ofstream(data / "applications/com.example.quillmoss.desktop")
+        << "[Desktop Entry]\nType=Application\nName=QuillMoss\nDBusActivatable=true\n"
+        << "Exec=touch " << started.string() << '\n';
+    std::ofstream(data / "host.py")
+        << "import sys\nfrom gi.repository import Gio, GLib\n"
+        << "host = Gio.Application(application_id='com.example.quillmoss',"
+        << " flags=Gio.ApplicationFlags.IS_SERVICE)\n"
+        << "host.connect('activate', lambda *_:"
+        << " (open(sys.argv[1], 'w'), GLib.timeout_add(100, host.quit)))\nhost.run()\n";
+    const auto service = [&](const std::string& command) {
+        std::ofstream(data / "dbus-1/services/com.example.quillmoss.service")
+            << "[D-BUS Service]\nName=com.example.quillmoss\nExec=" << command << '\n';
+        return std::system("dbus-send --session --print-reply --dest=org.freedesktop.DBus"
+                           " / org.freedesktop.DBus.ReloadConfig > /dev/null");
+    };
+    startResident();
+    const auto hook = ask();
+    armed();
+    ASSERT_EQ(
+        service("/usr/bin/python3 " + (data / "host.py").string() + ' ' + activated.string()), 0);
+    click("去 QuillMoss 处理 ↗");
+    EXPECT_TRUE(waitUntil([&] { return fs::exists(activated); }));
+    EXPECT_FALSE(fs::exists(started));
+    ASSERT_EQ(service("/bin/false"), 0);
+    ASSERT_TRUE(waitUntil([] {
+        return std::system("dbus-send --session --print-reply --dest=org.freedesktop.DBus /"
+                           " org.freedesktop.DBus.ListNames | grep -q com.example")
+            != 0;
+    }));
+    click("去 QuillMoss 处理 ↗");
+    EXPECT_TRUE(waitUntil([&] { return fs::exists(started); }));
+}
+
 } // namespace
 } // namespace notch
