@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// The half of the model that decides: when the buttons are armed, which press counts, and the one
+// The part of the model that decides: when the buttons are armed, which press counts, and the one
 // path by which a decision leaves.
 
 #include "AppModel/AppModel.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: QuillMossNotch contributors
 // SPDX-License-Identifier: MIT
 
-// The half of the model that decides nothing: what the notch shows, when it opens and closes.
+// The part of the model that decides nothing: what the notch shows, when it opens and closes.
 
 #include "AppModel/AppModel.h"
 
