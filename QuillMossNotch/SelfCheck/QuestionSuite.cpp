@@ -144,16 +144,18 @@ void checkOldScans(Suite& suite)
     StartedModel started;
     const auto begun = started.fakes.time.uptime();
     const auto late = started.fakes.monitor.callbacks.onQuestion;
-    const auto deliver = [&](const auto& onQuestion) {
-        onQuestion(FakeDependencies::question("Q"), begun);
-        onQuestion(FakeDependencies::question("Q"), begun);
+    const auto deliver = [&](Uptime capturedAt) {
+        late(FakeDependencies::question("Q"), capturedAt);
+        late(FakeDependencies::question("Q"), capturedAt);
         return started.after("wait 0");
     };
     started.play("wait 0.5, switchApps");
-    suite.check("scans from before a change of applications show nothing", deliver(late), "closed");
-    started.play("watch");
+    suite.check(
+        "scans from before a change of applications show nothing", deliver(begun), "closed");
+    started.play("wait 0.1, watch");
     started.fakes.takeCalls();
-    suite.check("scans of an older monitoring show nothing", deliver(late), "closed");
+    suite.check("scans of an older monitoring show nothing", deliver(started.fakes.time.uptime()),
+        "closed");
     suite.check("fresh scans after it do", started.after("scan Q, scan Q"), "open question Q");
 }
 
@@ -205,6 +207,22 @@ void checkButton(Suite& suite)
         notch.after("releaseOn question-go-answer, calls"), "400,0 480xall/480 expanded");
 }
 
+// The last barrier, should the button ever be armed by mistake.
+void checkStateAlone(Suite& suite)
+{
+    QuestionReminderState state;
+    state.observe(FakeDependencies::question("Q"));
+    state.observe(FakeDependencies::question("Q"));
+    auto collapsed = state;
+    collapsed.collapse();
+    suite.check("the state counts a question that was collapsed as seen",
+        !collapsed.claimAutoExpansion(true) && state.claimAutoExpansion(true));
+    const auto token = state.token().value_or(QuestionReminderState::PresentationToken{});
+    suite.check("the state hands over once, and for its own token only",
+        !state.beginHandoff({UUID::random()}, true) && !state.beginHandoff(token, false)
+            && state.beginHandoff(token, true) && !state.beginHandoff(token, true));
+}
+
 } // namespace
 
 int checkQuestions(std::ostream& out)
@@ -220,6 +238,7 @@ int checkQuestions(std::ostream& out)
     checkOldScans(suite);
     suite.check(tokens);
     suite.check(handoff);
+    checkStateAlone(suite);
     suite.check(priorities);
     return suite.end("Question UI", "fake activation only, no question answered");
 }
