@@ -229,6 +229,7 @@ void AppModel::showDemo(Demo demo)
         expand();
         return;
     }
+    keepAsItIs();
     feedbackWork_.cancel();
     disarmReminders();
     state_.interaction = {};
