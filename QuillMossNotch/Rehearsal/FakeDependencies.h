@@ -138,7 +138,11 @@ struct FakeDisplay final : DecisionDisplay {
         : clock(given)
     {
     }
-    std::optional<ShownDecision> onShow() const override { return shown; }
+    std::optional<ShownDecision> onShow() const override
+    {
+        ++looks;
+        return shown;
+    }
     std::optional<InputTime> inputTime() const override
     {
         return InputTime{static_cast<std::uint32_t>(clock.uptime().seconds * 1000)};
@@ -147,6 +151,7 @@ struct FakeDisplay final : DecisionDisplay {
 
     const Clock& clock;
     std::optional<ShownDecision> shown;
+    mutable int looks = 0;
 };
 
 struct FakePasteboard final : Pasteboard {
@@ -174,6 +179,11 @@ struct FakePreferences final : Preferences {
 //   fakes.request("A"); // A hook asks.
 //   fakes.time.advance(Seconds{1});
 struct FakeDependencies {
+    explicit FakeDependencies(Seconds grain = {})
+        : time(grain)
+    {
+    }
+
     Calls calls;
     VirtualTime time;
     FakeApprovalBridge server{calls};

@@ -10,7 +10,8 @@
 
 namespace notch {
 
-StartedModel::StartedModel()
+StartedModel::StartedModel(Seconds grain)
+    : fakes(grain)
 {
     model.start();
     fakes.calls.clear();

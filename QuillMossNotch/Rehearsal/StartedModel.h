@@ -28,7 +28,8 @@ namespace notch {
 // press somewhere on the desktop.
 class StartedModel : public TracePlayer {
 public:
-    StartedModel();
+    // With a grain, works run at its multiples only.
+    explicit StartedModel(Seconds grain = {});
 
     const AppModelState& state() const { return model.state(); }
     const NotchInteraction& interaction() const { return model.state().interaction; }
