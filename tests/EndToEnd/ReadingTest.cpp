@@ -4,6 +4,7 @@
 #include "EndToEnd/NotchOnDesktop.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -82,6 +83,53 @@ TEST_F(ReadingTest, toolsOfOneServerLookDifferent)
     EXPECT_EQ(repository, titleOf("mcp__github-enterprise__delete_repository"));
     EXPECT_NE(repository, titleOf("mcp__github-enterprise__delete_reaction"));
 }
+
+// A screen on which a long request is too high.
+struct LowScreen {
+    const char* monitor; // As xrandr takes its size.
+    int height; // In points.
+    double scale;
+};
+
+class LowScreenTest : public ReadingTest, public testing::WithParamInterface<LowScreen> {
+protected:
+    void TearDown() override
+    {
+        ::unsetenv("QT_SCALE_FACTOR");
+        if (!IsSkipped()) {
+            EXPECT_EQ(std::system("xrandr --delmonitor low"), 0);
+        }
+    }
+};
+
+TEST_P(LowScreenTest, hasTheDecisionAndTheSwitcherOnItWithEveryTextOpen)
+{
+    const auto& [monitor, height, scale] = GetParam();
+    const auto place = std::string("xrandr --setmonitor low ") + monitor + "+0+0 screen";
+    ASSERT_EQ(std::system(place.c_str()), 0);
+    ::setenv("QT_SCALE_FACTOR", std::to_string(scale).c_str(), 1);
+    startResident();
+    std::string texts;
+    for (int line = 0; line < 50; ++line)
+        texts += "x\\n";
+    const auto first = ask(bash(texts + R"(","description":")" + texts));
+    armed();
+    const auto second = ask();
+    notch_.act(settled("查看完整参数"));
+    settled("返回命令视图");
+    const auto button = armed();
+    for (const auto* const part :
+        {allow, deny, "时间用尽交回 QuillMoss 原流程，不自动允许", "下一条请求"}) {
+        const auto shown = notch_.waitFor(part);
+        ASSERT_TRUE(shown) << part;
+        EXPECT_LT(shown->y, height - 10) << part;
+    }
+    other_.clickAt(static_cast<int>(button.x * scale), static_cast<int>(button.y * scale));
+    expectAnswer(*first, "allow");
+}
+
+INSTANTIATE_TEST_SUITE_P(Screens, LowScreenTest,
+    testing::Values(LowScreen{"800/200x480/120", 480, 1}, LowScreen{"1280/300x720/170", 480, 1.5}));
 
 } // namespace
 } // namespace notch
