@@ -237,7 +237,7 @@ TEST_F(NotchPanelTest, regionsAndPointerAreExactAtTwiceTheScale)
 TEST_F(NotchPanelTest, isCutHardWhileNobodyBlendsAndSmoothOtherwise)
 {
     launch();
-    other.openFullScreenWindow();
+    ASSERT_TRUE(hasFocus(other.openFullScreenWindow()));
     show();
     const auto outline = pixelsInside(NotchShape(480, 300), 0, 1);
     const auto isHard = [&] {

@@ -22,7 +22,7 @@ protected:
     void SetUp() override
     {
         launch();
-        other.openFullScreenWindow();
+        ASSERT_TRUE(hasFocus(other.openFullScreenWindow())); // It is where it will stay.
         show();
         other.moveTo(100, 500);
         synchronise();

@@ -21,6 +21,17 @@ constexpr unsigned leftButton = 1;
 constexpr unsigned rightButton = 3;
 constexpr unsigned lastButton = 3; // Of those that are held to drag.
 
+constexpr std::uint8_t sentEventBit = 0x80;
+
+xcb_window_t createMarkWindow()
+{
+    auto* const connection = x11::connection();
+    const xcb_window_t window = xcb_generate_id(connection);
+    xcb_create_window(connection, XCB_COPY_FROM_PARENT, window, x11::root(), 0, 0, 1, 1, 0,
+        XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    return window;
+}
+
 bool isWheelStep(unsigned button)
 {
     return button >= 4 && button <= 7;
@@ -37,6 +48,7 @@ PointerMonitor::PointerMonitor(Handlers handlers)
     if (!extension || !extension->present)
         return;
     opcode_ = extension->major_opcode;
+    markWindow_ = createMarkWindow();
     select(false);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
@@ -45,6 +57,8 @@ PointerMonitor::~PointerMonitor()
 {
     if (auto* application = QCoreApplication::instance())
         application->removeNativeEventFilter(this);
+    if (markWindow_ != 0 && x11::connection())
+        xcb_destroy_window(x11::connection(), markWindow_);
 }
 
 void PointerMonitor::select(bool motion) const
@@ -65,6 +79,8 @@ void PointerMonitor::select(bool motion) const
 bool PointerMonitor::nativeEventFilter(const QByteArray&, void* message, qintptr*)
 {
     const auto* event = static_cast<xcb_ge_generic_event_t*>(message);
+    if ((event->response_type & ~sentEventBit) == XCB_CLIENT_MESSAGE)
+        handleMark(*static_cast<xcb_client_message_event_t*>(message));
     if (event->response_type != XCB_GE_GENERIC || event->extension != opcode_)
         return false;
     switch (event->event_type) {
@@ -112,10 +128,32 @@ void PointerMonitor::handleRaw(unsigned type, unsigned button, quint32 time)
     if (type != XCB_INPUT_RAW_BUTTON_PRESS || (button != leftButton && button != rightButton))
         return;
     press_ = Press{button == leftButton ? Event::leftDown : Event::rightDown, time};
+    askForMark(time);
+}
+
+// Whether a press is for one of our windows shows only in the event after it, which may be read
+// later. What this process sends to itself now comes after that one.
+void PointerMonitor::askForMark(quint32 time) const
+{
+    xcb_client_message_event_t mark{};
+    mark.response_type = XCB_CLIENT_MESSAGE;
+    mark.format = 32;
+    mark.window = markWindow_;
+    mark.data.data32[0] = time;
+    xcb_send_event(x11::connection(), 0, markWindow_, XCB_EVENT_MASK_NO_EVENT,
+        reinterpret_cast<const char*>(&mark));
+    xcb_flush(x11::connection());
+}
+
+void PointerMonitor::handleMark(const xcb_client_message_event_t& mark)
+{
+    if (mark.window != markWindow_ || !press_ || press_->time != mark.data.data32[0])
+        return;
+    pressElsewhere_ = press_->event;
+    press_.reset();
     deliverLater();
 }
 
-// Later, because whether a press is for one of our windows shows only in the event after it.
 void PointerMonitor::deliverLater()
 {
     if (!std::exchange(queued_, true))
@@ -127,11 +165,11 @@ void PointerMonitor::deliver()
 {
     queued_ = false;
     const auto motion = std::exchange(motion_, std::nullopt);
-    const auto press = std::exchange(press_, std::nullopt);
+    const auto press = std::exchange(pressElsewhere_, std::nullopt);
     if (motion)
         handlers_.elsewhere(*motion);
     if (press)
-        handlers_.elsewhere(press->event);
+        handlers_.elsewhere(*press);
 }
 
 } // namespace notch

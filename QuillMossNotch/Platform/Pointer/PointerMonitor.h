@@ -10,6 +10,8 @@
 #include <functional>
 #include <optional>
 
+struct xcb_client_message_event_t;
+
 namespace notch {
 
 // Pointer events of the whole desktop, wherever the pointer is and whoever has grabbed it. The
@@ -50,6 +52,8 @@ private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
     void handleRaw(unsigned type, unsigned button, quint32 time);
     void select(bool motion) const;
+    void askForMark(quint32 time) const;
+    void handleMark(const xcb_client_message_event_t& mark);
     void deliverLater();
     void deliver();
 
@@ -58,7 +62,9 @@ private:
     unsigned opcode_ = 0;
     unsigned held_ = 0; // One bit for each button.
     std::optional<Event> motion_;
-    std::optional<Press> press_;
+    std::optional<Press> press_; // Until it is known whose it is.
+    std::optional<Event> pressElsewhere_;
+    quint32 markWindow_ = 0; // Never shown; events to it mark a place in the row of events.
     bool queued_ = false;
 };
 
