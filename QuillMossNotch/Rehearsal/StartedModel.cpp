@@ -15,7 +15,6 @@ StartedModel::StartedModel(Seconds grain)
 {
     model.start();
     fakes.calls.clear();
-    using enum Workspace::HostApplication;
     operations_ = {
         {"ask", [this] { fakes.request(next()); }},
         {"card", [this] { fakes.card(next()); }},
@@ -47,8 +46,10 @@ StartedModel::StartedModel(Seconds grain)
         {"switchApps", [this] { fakes.applicationEvents.changed(); }},
         {"status", [this] { answer(state().completionStatus); }},
         {"noHost", [this] { fakes.workspace.installed = {}; }},
-        {"onlyAI", [this] { fakes.workspace.installed = {quillmossAI}; }},
-        {"withoutAI", [this] { fakes.workspace.installed = {quillmoss}; }},
+        {"onlyAI",
+            [this] { fakes.workspace.installed = {Workspace::HostApplication::quillmossAI}; }},
+        {"withoutAI",
+            [this] { fakes.workspace.installed = {Workspace::HostApplication::quillmoss}; }},
         {"on", [this] { model.setPreference(preference(), true); }},
         {"off", [this] { model.setPreference(preference(), false); }},
         {"message", [this] { answer(state().message); }},

@@ -6,6 +6,7 @@
 #include "Rehearsal/StartedModel.h"
 
 #include <iostream>
+#include <sstream>
 #include <utility>
 
 namespace notch {
@@ -64,8 +65,9 @@ void Suite::check(std::span<const TraceCheck> traces)
 void Suite::check(std::span<const DelayCheck> delays)
 {
     for (const auto& each : delays) {
-        const std::string during(each.during);
-        check(each.text, played(each), during + '\n' + during + '\n' + each.over);
+        std::ostringstream expected;
+        expected << each.during << '\n' << each.during << '\n' << each.over;
+        check(each.text, played(each), expected.str());
     }
 }
 

@@ -41,6 +41,11 @@ struct Key {
         for (const char each : text)
             second = (second ^ static_cast<unsigned char>(each)) * 0x100000001b3;
     }
+    void add(const Key& more)
+    {
+        first = first * 0x9e3779b97f4a7c15 + more.first;
+        second = second * 0x100000001b3 + more.second;
+    }
     auto operator<=>(const Key&) const = default;
 };
 struct HashOfKey {
@@ -50,6 +55,8 @@ struct HashOfKey {
 struct Step {
     StateNumber from = 0;
     EventNumber event = 0;
+
+    auto operator<=>(const Step&) const = default;
 };
 using Path = std::vector<EventNumber>;
 
@@ -91,10 +98,17 @@ public:
         const WorldMemory::Inside inside(memory_);
         model_->take(scenario_.events[event]);
     }
+    // How far a reminder's arming has come is told by what opening the notch would begin.
     Key key()
     {
-        const WorldMemory::Inside inside(memory_);
-        return Key(model_->key());
+        auto key = told();
+        if (!model_->hasReminder())
+            return key;
+        const auto here = memory_.saved();
+        openForHostBehind();
+        key.add(told());
+        memory_.restore(here);
+        return key;
     }
     const std::string& broken() const { return model_->broken(); }
     void lookForDeadEnds()
@@ -104,6 +118,17 @@ public:
     }
 
 private:
+    void openForHostBehind()
+    {
+        const WorldMemory::Inside inside(memory_);
+        model_->openForHostBehind();
+    }
+    Key told()
+    {
+        const WorldMemory::Inside inside(memory_);
+        return Key(model_->key());
+    }
+
     const Scenario& scenario_;
     WorldMemory memory_;
     ExploredModel* model_ = nullptr;
@@ -187,15 +212,24 @@ private:
             });
         for (auto& thread : threads)
             thread.join();
+        Part all;
         for (auto& part : parts) {
             edges_ += part.edges;
-            for (const auto& found : part.found)
-                add(found);
-            for (auto& broken : part.broken)
-                if (!counterexample_)
-                    counterexample_ = std::move(broken);
-            merges_.insert(merges_.end(), part.merges.begin(), part.merges.end());
+            append(all.found, part.found);
+            append(all.broken, part.broken);
+            append(merges_, part.merges);
         }
+        // Whichever thread found what: two runs tell the same.
+        std::ranges::sort(all.found, {}, &Found::by);
+        for (const auto& found : all.found)
+            add(found);
+        if (!all.broken.empty())
+            counterexample_ = std::ranges::min(all.broken, {}, &Counterexample::by);
+    }
+    template <class Value>
+    static void append(std::vector<Value>& all, const std::vector<Value>& more)
+    {
+        all.insert(all.end(), more.begin(), more.end());
     }
 
     void exploreState(World& world, StateNumber state, Part& part)
@@ -216,7 +250,7 @@ private:
             const Found found{world.key(), step};
             if (!known_.contains(found.key) && part.seen.try_emplace(found.key).second)
                 part.found.push_back(found);
-            else if ((state * 31 + event) % 1024 == 0)
+            if ((state * 31 + event) % 1024 == 0)
                 part.merges.push_back(found);
         }
         world.comeBack();
@@ -245,6 +279,9 @@ private:
     void checkMerges()
     {
         World world(scenario_);
+        std::erase_if(merges_,
+            [this](const Found& merge) { return ways_[known_.at(merge.key)] == merge.by; });
+        std::ranges::sort(merges_, {}, &Found::by);
         for (const auto& merge : merges_) {
             const auto one = successors(world, pathOf(merge.by));
             const auto other = successors(world, pathTo(known_.at(merge.key)));

@@ -419,6 +419,14 @@ void ExploredModel::lookForDeadEnds()
     }
 }
 
+void ExploredModel::openForHostBehind()
+{
+    auto& host = fakes.host.processes;
+    host.resize(1);
+    host.front().isActive = host.front().isHidden = false;
+    play("open");
+}
+
 // The state as a text
 
 std::string ExploredModel::grains(Seconds time) const

@@ -33,6 +33,10 @@ public:
     void take(const std::string& words);
     // After `words`, an answer that does not tell of the state.
     std::string key() const;
+    // The notch is closed or open for one.
+    bool hasReminder() const { return reminder().has_value(); }
+    // As if the host were one process in the background. Changes this model.
+    void openForHostBehind();
     // The first promise that was broken; empty: none.
     const std::string& broken() const { return broken_; }
     // How long the last "soon" or "until" waited.

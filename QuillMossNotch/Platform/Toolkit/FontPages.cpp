@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <cstddef>
 #include <fstream>
 #include <ios>
 #include <sstream>
@@ -27,13 +27,15 @@ bool isOfFont(std::string_view mapping)
 void releaseFont(const std::string& mapping)
 {
     std::istringstream fields(mapping);
-    std::uintptr_t begin{};
-    std::uintptr_t end{};
+    void* begin{};
+    void* end{};
     char dash{};
     std::string permissions;
-    fields >> std::hex >> begin >> dash >> end >> permissions;
+    fields >> begin >> dash >> end >> permissions;
     if (permissions == "r--p")
-        ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
+        ::madvise(begin,
+            static_cast<std::size_t>(static_cast<char*>(end) - static_cast<char*>(begin)),
+            MADV_DONTNEED);
 }
 
 } // namespace
