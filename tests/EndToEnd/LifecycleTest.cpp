@@ -82,10 +82,11 @@ TEST_F(LifecycleTest, theItemOfALateTrayBringsIconifiedSettingsBack)
 {
     const auto openSettings = [&] { // A reader is told nothing of a menu's entries.
         other_.clickAt(111, 711);
-        EXPECT_TRUE(waitUntil([&] { return other_.colourAt(120, 690) == OtherProgram::white; }));
-        for (const auto key : {OtherProgram::Key::down, OtherProgram::Key::down})
-            other_.type(key);
-        other_.type(OtherProgram::Key::enter);
+        EXPECT_TRUE(waitUntil([&] { // White with a separator, which a white screen has not.
+            return other_.colourAt(120, 690) == OtherProgram::white
+                && other_.colourAt(200, 663) != OtherProgram::white;
+        }));
+        other_.clickAt(170, 608); // The second entry.
     };
     ASSERT_TRUE(other_.takeTrayItem(100, 700));
     openSettings();
