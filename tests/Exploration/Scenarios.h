@@ -16,8 +16,8 @@ struct Scenario {
     Seconds grain;
     std::vector<std::string> events;
     bool isLarge = false; // Too many states for every day.
-    // The text of a state leaves out when a reminder's own arming was tried in vain: states are
-    // then seldom taken for one another that are not, and not every way on is looked at.
+    // The text of a state leaves out what the guard remembers of a reminder that has gone: states
+    // are then seldom taken for one another that are not, and not every way on is looked at.
     bool isApproximate = false;
 };
 

@@ -115,12 +115,7 @@ public:
         press();
         release();
     }
-    enum class Key : std::uint8_t {
-        escape = 9,
-        tab = 23,
-        enter = 36,
-        down = 116
-    }; // Of every evdev keyboard.
+    enum class Key : std::uint8_t { escape = 9, tab = 23 }; // Of every evdev keyboard.
     void type(Key key)
     {
         fake(XCB_KEY_PRESS, static_cast<std::uint8_t>(key));
