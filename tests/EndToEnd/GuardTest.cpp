@@ -42,7 +42,8 @@ protected:
     }
     void expectStillWaiting()
     {
-        std::this_thread::sleep_for(std::chrono::milliseconds(tooSoon)); // No gesture with this.
+        // A click sooner after the last one would count as the second half of a double click.
+        std::this_thread::sleep_for(std::chrono::milliseconds(tooSoon));
         click(deny);
         expectAnswer(*hook_, "deny");
     }
@@ -59,7 +60,7 @@ TEST_F(GuardTest, aClickThatWaitedWhileTheProgramStoodStillWasMadeTooSoon)
     ASSERT_TRUE(notch_.waitFor(allow));
     resident_->kill(SIGSTOP);
     clickAllow(0);
-    std::this_thread::sleep_for(std::chrono::seconds(1));
+    std::this_thread::sleep_for(std::chrono::seconds(1)); // Longer than the guard delay.
     resident_->kill(SIGCONT);
     expectStillWaiting();
 }

@@ -237,12 +237,7 @@ private:
         world.go(pathTo(state));
         if (known_.at(world.key()) != state)
             part.broken.push_back({ways_[state], "the same way leads to the same state"});
-        for (std::size_t number = 0; number < scenario_.events.size(); ++number) {
-            world.comeBack();
-            const auto event = static_cast<EventNumber>(number);
-            if (!world.isPossible(event))
-                continue;
-            world.take(event);
+        forEachEvent(world, [&](EventNumber event) {
             ++part.edges;
             const Step step{state, event};
             if (!world.broken().empty())
@@ -252,11 +247,24 @@ private:
                 part.found.push_back(found);
             if ((state * 31 + event) % 1024 == 0)
                 part.merges.push_back(found);
-        }
+        });
         world.comeBack();
         world.lookForDeadEnds();
         if (!world.broken().empty())
             part.broken.push_back({ways_[state], world.broken()});
+    }
+
+    // `look` finds the world after each possible event, every time from the same state.
+    template <class Look> void forEachEvent(World& world, const Look& look) const
+    {
+        for (std::size_t number = 0; number < scenario_.events.size(); ++number) {
+            world.comeBack();
+            const auto event = static_cast<EventNumber>(number);
+            if (!world.isPossible(event))
+                continue;
+            world.take(event);
+            look(event);
+        }
     }
 
     // Every state that one event leads to, and the first such event.
@@ -264,14 +272,7 @@ private:
     {
         world.go(path);
         std::map<Key, EventNumber> all;
-        for (std::size_t number = 0; number < scenario_.events.size(); ++number) {
-            world.comeBack();
-            const auto event = static_cast<EventNumber>(number);
-            if (!world.isPossible(event))
-                continue;
-            world.take(event);
-            all.try_emplace(world.key(), event);
-        }
+        forEachEvent(world, [&](EventNumber event) { all.try_emplace(world.key(), event); });
         return all;
     }
 

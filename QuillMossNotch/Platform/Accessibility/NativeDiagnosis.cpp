@@ -29,8 +29,8 @@ void diagnoseNative(std::ostream& out)
             .onQuestion = {},
         },
         {.approvals = true});
-    std::this_thread::sleep_for(
-        1.8s); // Two looks; what they find is told from the monitor's thread.
+    // The time of two looks; what they find is told from the monitor's own thread meanwhile.
+    std::this_thread::sleep_for(1.8s);
     monitor->stop();
 }
 
